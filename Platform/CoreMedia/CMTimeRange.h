@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Platform/CoreMedia/CMTime.h"
+
+namespace anadrome {
+
+/// The times from start up to, but not including, start + duration.
+struct CMTimeRange {
+    CMTime start;
+    CMTime duration;
+};
+
+inline constexpr CMTimeRange kCMTimeRangeZero{kCMTimeZero, kCMTimeZero};
+inline constexpr CMTimeRange kCMTimeRangeInvalid{};
+
+/// A duration with an epoch other than 0 gives an invalid range.
+CMTimeRange CMTimeRangeMake(const CMTime& start, const CMTime& duration);
+CMTimeRange CMTimeRangeFromTimeToTime(const CMTime& start, const CMTime& end);
+CMTime CMTimeRangeGetEnd(const CMTimeRange& range);
+bool CMTIMERANGE_IS_VALID(const CMTimeRange& range);
+bool CMTIMERANGE_IS_EMPTY(const CMTimeRange& range);
+bool CMTimeRangeContainsTime(const CMTimeRange& range, const CMTime& time);
+/// Empty if the two have no time in common.
+CMTimeRange CMTimeRangeGetIntersection(const CMTimeRange& a, const CMTimeRange& b);
+
+} // namespace anadrome

@@ -1,0 +1,147 @@
+#include "Platform/Foundation/FileData.h"
+
+#include "Platform/Foundation/FileDescriptor.h"
+#include "Platform/Foundation/FileError.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/uio.h>
+#include <utility>
+#include <vector>
+
+namespace anadrome {
+
+namespace {
+
+/// What transferAll() gives when the file ended early; no error number of the system is negative.
+constexpr int endOfFile = -1;
+
+template <typename Byte>
+std::vector<iovec> vectorsOf(std::span<const std::span<Byte>> pieces) {
+    std::vector<iovec> vectors;
+    vectors.reserve(pieces.size());
+    for (const auto& piece : pieces) {
+        if (!piece.empty())
+            vectors.push_back({const_cast<std::byte*>(piece.data()), piece.size()});
+    }
+    return vectors;
+}
+
+/// Drops the first bytes of the vectors.
+void advance(std::span<iovec>& vectors, std::size_t count) {
+    while (!vectors.empty() && count >= vectors.front().iov_len) {
+        count -= vectors.front().iov_len;
+        vectors = vectors.subspan(1);
+    }
+    if (count > 0) {
+        iovec& first = vectors.front();
+        first = {static_cast<std::byte*>(first.iov_base) + count, first.iov_len - count};
+    }
+}
+
+/// Repeats readv or writev until all the vectors are through. 0, the system's error number, or endOfFile.
+template <typename Transfer>
+int transferAll(Transfer transfer, int descriptor, std::span<iovec> vectors) {
+    while (!vectors.empty()) {
+        const auto batch = static_cast<int>(std::min<std::size_t>(vectors.size(), IOV_MAX));
+        const ssize_t moved = transfer(descriptor, vectors.data(), batch);
+        if (moved == 0)
+            return endOfFile;
+        if (moved < 0 && errno != EINTR)
+            return errno;
+        if (moved > 0)
+            advance(vectors, static_cast<std::size_t>(moved));
+    }
+    return 0;
+}
+
+/// 0 or the system's error number. A file that close() fails on may have lost what was written.
+int writeAndClose(FileDescriptor file, std::span<iovec> vectors) {
+    if (const int failure = transferAll(::writev, file.get(), vectors))
+        return failure == endOfFile ? EIO : failure;
+    return ::close(file.release()) == 0 || errno == EINTR ? 0 : errno;
+}
+
+bool isRegularFile(int descriptor) {
+    struct stat status {};
+    return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+} // namespace
+
+std::optional<NSError> writeData(const URL& url, std::span<const std::span<const std::byte>> pieces) {
+    const char* path = url.path().c_str();
+    FileDescriptor file(::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    if (!file)
+        return fileError(FileAction::write, errno, url.path());
+    // A device or a pipe that a path may stand for isn't ours to remove.
+    const bool isRemovable = isRegularFile(file.get());
+    std::vector<iovec> vectors = vectorsOf(pieces);
+    const int failure = writeAndClose(std::move(file), vectors);
+    if (failure == 0)
+        return std::nullopt;
+    if (isRemovable)
+        ::unlink(path);
+    return fileError(FileAction::write, failure, url.path());
+}
+
+std::optional<NSError> writeData(const URL& url, std::span<const std::byte> bytes) {
+    return writeData(url, std::span(&bytes, 1));
+}
+
+Result<NSData> readData(const URL& url) {
+    const FileDescriptor file(::open(url.path().c_str(), O_RDONLY | O_CLOEXEC));
+    struct stat status {};
+    if (!file || ::fstat(file.get(), &status) != 0)
+        return fileError(FileAction::read, errno, url.path());
+    // One byte more than the file is said to have, so that the end is met without growing. Some files have
+    // more.
+    NSData data(static_cast<std::size_t>(status.st_size) + 1);
+    std::size_t filled = 0;
+    while (true) {
+        const ssize_t got = ::read(file.get(), data.data() + filled, data.size() - filled);
+        if (got == 0)
+            break;
+        if (got < 0 && errno != EINTR)
+            return fileError(FileAction::read, errno, url.path());
+        filled += got > 0 ? static_cast<std::size_t>(got) : 0;
+        if (filled == data.size())
+            data.resize(std::max<std::size_t>(2 * data.size(), 4096));
+    }
+    data.resize(filled);
+    return data;
+}
+
+Result<FileReader> FileReader::open(const URL& url) {
+    const int descriptor = ::open(url.path().c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0)
+        return fileError(FileAction::read, errno, url.path());
+    return FileReader(descriptor);
+}
+
+FileReader::FileReader(FileReader&& other) noexcept : m_descriptor(std::exchange(other.m_descriptor, -1)) {}
+
+FileReader& FileReader::operator=(FileReader&& other) noexcept {
+    std::swap(m_descriptor, other.m_descriptor);
+    return *this;
+}
+
+FileReader::~FileReader() {
+    if (m_descriptor >= 0)
+        ::close(m_descriptor);
+}
+
+std::size_t FileReader::size() const {
+    struct stat status {};
+    return ::fstat(m_descriptor, &status) == 0 ? static_cast<std::size_t>(status.st_size) : 0;
+}
+
+bool FileReader::read(std::span<const std::span<std::byte>> pieces) {
+    std::vector<iovec> vectors = vectorsOf(pieces);
+    return transferAll(::readv, m_descriptor, vectors) == 0;
+}
+
+} // namespace anadrome

@@ -1,0 +1,196 @@
+#include "Platform/Dispatch/DispatchGroup.h"
+
+#include <QCoreApplication>
+#include <QThread>
+#include <QTimer>
+#include <atomic>
+#include <barrier>
+#include <csignal>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <numeric>
+#include <semaphore>
+#include <thread>
+#include <vector>
+
+using namespace anadrome;
+using namespace std::chrono_literals;
+
+namespace {
+
+bool ranEarlyBlock = false;
+
+/// Handed over before main() makes the application.
+const bool earlyBlock = (DispatchQueue::main().async([] { ranEarlyBlock = true; }), true);
+
+/// Turns the main loop until the condition holds. False if it doesn't within a time that is only met by a
+/// fault.
+template <typename Condition>
+bool loopUntil(Condition condition) {
+    const auto end = std::chrono::steady_clock::now() + 30s;
+    while (!condition() && std::chrono::steady_clock::now() < end)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    return condition();
+}
+
+std::vector<int> countUp(int count) {
+    std::vector<int> numbers(static_cast<std::size_t>(count));
+    std::iota(numbers.begin(), numbers.end(), 0);
+    return numbers;
+}
+
+} // namespace
+
+TEST(DispatchQueue, KeepsMainBlocksUntilThereIsAnApplication) {
+    EXPECT_TRUE(earlyBlock && loopUntil([] { return ranEarlyBlock; }));
+}
+
+TEST(DispatchQueue, RunsMainBlocksInOrderOnTheMainThreadAndNeverInline) {
+    std::vector<int> order;
+    bool isInside = false;
+    const auto block = [&](int number) {
+        EXPECT_FALSE(isInside);
+        EXPECT_EQ(QThread::currentThread(), QCoreApplication::instance()->thread());
+        order.push_back(number);
+    };
+    std::jthread([&] {
+        for (int i = 0; i < 50; ++i)
+            DispatchQueue::main().async([&, i] { block(i); });
+    }).join();
+    DispatchQueue::main().async([&] {
+        isInside = true;
+        DispatchQueue::main().async([&] { block(50); });
+        isInside = false;
+    });
+    EXPECT_TRUE(order.empty());
+    EXPECT_TRUE(loopUntil([&] { return order.size() == 51; }));
+    EXPECT_EQ(order, countUp(51));
+}
+
+TEST(DispatchQueue, LetsTheLoopGoOnWhileMainBlocksFollowEachOther) {
+    bool isOver = false;
+    std::function<void()> again = [&] {
+        if (!isOver)
+            DispatchQueue::main().async(again);
+    };
+    again();
+    QTimer::singleShot(0, [&] { isOver = true; });
+    EXPECT_TRUE(loopUntil([&] { return isOver; }));
+    QCoreApplication::processEvents();
+}
+
+TEST(DispatchQueue, RunsSerialBlocksOneAtATimeInTheOrderOfEachSender) {
+    constexpr int senders = 4;
+    constexpr int blocks = 250;
+    // Not locked: the queue itself must order the blocks' memory.
+    std::vector<std::vector<int>> orders(senders);
+    int running = 0;
+    bool overlapped = false;
+    std::counting_semaphore<> done(0);
+    {
+        const DispatchQueue queue = DispatchQueue::serial("videoQueue");
+        EXPECT_EQ(queue.label(), "videoQueue");
+        std::vector<std::jthread> threads;
+        for (std::size_t sender = 0; sender < senders; ++sender) {
+            threads.emplace_back([&, queue, sender] {
+                for (int i = 0; i < blocks; ++i) {
+                    queue.async([&, sender, i] {
+                        overlapped |= ++running != 1;
+                        std::this_thread::sleep_for(1us); // Room for another block to get in between.
+                        orders[sender].push_back(i);
+                        --running;
+                        done.release();
+                    });
+                    std::this_thread::sleep_for(1us); // So that the blocks before it are at work meanwhile.
+                }
+            });
+        }
+        // The queue's last name goes while blocks are waiting in it.
+    }
+    for (int i = 0; i < senders * blocks; ++i)
+        done.acquire();
+    EXPECT_FALSE(overlapped);
+    for (const auto& order : orders)
+        EXPECT_EQ(order, countUp(blocks));
+}
+
+TEST(DispatchQueue, RunsManyGlobalBlocksAtTheSameTime) {
+    constexpr int blocks = 32;
+    for (const QualityOfService quality : {QualityOfService::userInteractive, QualityOfService::userInitiated,
+                                           QualityOfService::utility, QualityOfService::background}) {
+        std::barrier all(blocks + 1);
+        std::counting_semaphore<> done(0);
+        for (int i = 0; i < blocks; ++i) {
+            DispatchQueue::global(quality).async([&] {
+                all.arrive_and_wait();
+                done.release();
+            });
+        }
+        all.arrive_and_wait(); // Would hang if one block had to wait for another to end.
+        for (int i = 0; i < blocks; ++i)
+            done.acquire();
+    }
+}
+
+TEST(DispatchQueue, HandsMemoryOverFromQueueToQueue) {
+    int value = 0;
+    std::binary_semaphore done(0);
+    const DispatchQueue serial = DispatchQueue::serial("relay");
+    std::function<void()> relay = [&] {
+        if (++value == 300)
+            return done.release();
+        if (value % 3 == 0)
+            DispatchQueue::global(QualityOfService::utility).async(relay);
+        else
+            serial.async(relay);
+    };
+    serial.async(relay);
+    done.acquire();
+    EXPECT_EQ(value, 300);
+}
+
+TEST(DispatchQueueDeathTest, DoesNotHoldUpTheEndOfTheProcess) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto endWithBlocksAtWork = [] {
+        std::binary_semaphore started(0);
+        DispatchQueue::global(QualityOfService::userInitiated).async([&] {
+            started.release();
+            while (true)
+                DispatchQueue::main().async([] {});
+        });
+        started.acquire();
+        std::exit(3);
+    };
+    EXPECT_EXIT(endWithBlocksAtWork(), testing::ExitedWithCode(3), "");
+}
+
+TEST(DispatchGroup, NotifiesWhenTheLastHasLeftAndCanBeUsedAgain) {
+    const DispatchGroup group;
+    for (int round = 0; round < 2; ++round) {
+        std::vector<int> told;
+        group.enter();
+        group.enter();
+        group.notify(DispatchQueue::main(), [&] { told.push_back(1); });
+        group.notify(DispatchQueue::main(), [&] { told.push_back(2); });
+        DispatchQueue::global(QualityOfService::utility).async([group] { group.leave(); });
+        EXPECT_FALSE(group.wait(20ms));
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(told.empty());
+        DispatchQueue::global(QualityOfService::utility).async([group] { group.leave(); });
+        EXPECT_TRUE(group.wait(std::chrono::milliseconds::max()));
+        EXPECT_TRUE(loopUntil([&] { return told.size() == 2; }));
+        EXPECT_EQ(told, (std::vector<int>{1, 2}));
+    }
+}
+
+TEST(DispatchGroup, NotifiesAtOnceButNeverInlineWhenItIsEmpty) {
+    bool isTold = false;
+    DispatchGroup().notify(DispatchQueue::main(), [&] { isTold = true; });
+    EXPECT_FALSE(isTold);
+    EXPECT_TRUE(loopUntil([&] { return isTold; }));
+}
+
+TEST(DispatchGroupDeathTest, EndsTheProgramWhenLeftMoreOftenThanEntered) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(DispatchGroup().leave(), testing::KilledBySignal(SIGABRT), "left more often than entered");
+}

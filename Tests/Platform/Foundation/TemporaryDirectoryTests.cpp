@@ -1,0 +1,237 @@
+#include "Platform/Foundation/FileData.h"
+#include "Platform/Foundation/NSFileManager.h"
+#include "Platform/Foundation/TemporaryDirectory.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <linux/magic.h>
+#include <memory>
+#include <spawn.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+#include <utility>
+
+using namespace anadrome;
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* roleVariable = "ANADROME_TEST_ROLE";
+
+// What the child processes do.
+
+void tellFolder() {
+    std::puts(TemporaryDirectory::current().path().c_str());
+    std::fflush(stdout);
+}
+
+[[noreturn]] void holdFolder() {
+    tellFolder();
+    while (true)
+        ::pause();
+}
+
+[[noreturn]] void leaveFolder() {
+    tellFolder();
+    TemporaryDirectory::remove();
+    TemporaryDirectory::remove();
+    ::_exit(TemporaryDirectory::current().empty() ? 1 : 0);
+}
+
+[[noreturn]] void removeByExecUnderWriters() {
+    const NSData bytes(100'000);
+    for (int writer = 0; writer < 4; ++writer) {
+        std::thread([bytes, writer] {
+            for (int i = 0;; i = (i + 1) % 200) {
+                const std::string name = "Frames/" + std::to_string(writer) + "_" + std::to_string(i);
+                const URL folder = TemporaryDirectory::current().appendingPathComponent("Frames");
+                NSFileManager::defaultManager().createDirectoryAtPath(folder.path(), true);
+                (void)writeData(TemporaryDirectory::current().appendingPathComponent(name), bytes);
+            }
+        }).detach();
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    tellFolder();
+    const URL output =
+        TemporaryDirectory::current().deletingLastPathComponent().appendingPathComponent("out");
+    (void)writeData(output, bytes);
+    TemporaryDirectory::removeByExec(7, {output, output.deletingLastPathComponent()});
+}
+
+/// The children are this very program, started with a role. Constructors get the arguments of main().
+[[gnu::constructor]] void playRole(int argc, char** argv) {
+    TemporaryDirectory::finishRemovalIfAsked(argc, argv);
+    const char* role = std::getenv(roleVariable);
+    if (!role)
+        return;
+    if (std::strcmp(role, "hold") == 0)
+        holdFolder();
+    if (std::strcmp(role, "leave") == 0)
+        leaveFolder();
+    if (std::strcmp(role, "exec") == 0)
+        removeByExecUnderWriters();
+}
+
+class Child {
+public:
+    Child(const std::string& role, const fs::path& cache) {
+        int ends[2];
+        EXPECT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+        m_output = ends[0];
+        std::string roleEntry = roleVariable + ("=" + role);
+        std::string cacheEntry = "XDG_CACHE_HOME=" + cache.string();
+        std::string program = "base_tests";
+        char* const environment[] = {roleEntry.data(), cacheEntry.data(), nullptr};
+        char* const arguments[] = {program.data(), nullptr};
+        posix_spawn_file_actions_t actions;
+        ::posix_spawn_file_actions_init(&actions);
+        ::posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
+        EXPECT_EQ(::posix_spawn(&m_pid, "/proc/self/exe", &actions, nullptr, arguments, environment), 0);
+        ::posix_spawn_file_actions_destroy(&actions);
+        ::close(ends[1]);
+    }
+    ~Child() {
+        if (m_pid > 0)
+            kill();
+        ::close(m_output);
+    }
+
+    /// The line that the child tells, which ends with the child at the latest.
+    fs::path folder() const {
+        std::string line;
+        for (char character = 0; ::read(m_output, &character, 1) == 1 && character != '\n';)
+            line += character;
+        return line;
+    }
+
+    void kill() {
+        ::kill(m_pid, SIGKILL);
+        wait();
+    }
+
+    /// The exit code; -1 if a signal ended it.
+    int wait() {
+        int status = 0;
+        ::waitpid(std::exchange(m_pid, -1), &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+private:
+    pid_t m_pid = -1;
+    int m_output = -1;
+};
+
+class TemporaryDirectoryTests : public testing::Test {
+protected:
+    TemporaryDirectoryTests() {
+        std::string name = "/var/tmp/anadrome-test-XXXXXX";
+        m_cache = ::mkdtemp(name.data());
+    }
+    ~TemporaryDirectoryTests() override { fs::remove_all(m_cache); }
+
+    fs::path lockOf(const fs::path& folder) const { return folder.string() + ".lock"; }
+
+    fs::path m_cache;
+};
+
+} // namespace
+
+TEST_F(TemporaryDirectoryTests, IsOfThisUserAloneUnderTheCacheFolder) {
+    Child child("hold", m_cache);
+    const fs::path folder = child.folder();
+    EXPECT_EQ(folder.parent_path(), m_cache / "anadrome");
+    struct stat status {};
+    ASSERT_EQ(::stat(folder.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0700u);
+}
+
+TEST_F(TemporaryDirectoryTests, GoesWithItsLockAtTheEndOfTheProgram) {
+    Child child("leave", m_cache);
+    const fs::path folder = child.folder();
+    EXPECT_EQ(child.wait(), 0);
+    EXPECT_FALSE(fs::exists(folder));
+    EXPECT_FALSE(fs::exists(lockOf(folder)));
+}
+
+TEST_F(TemporaryDirectoryTests, OfAKilledProcessIsSweptByTheNextStartButNoOther) {
+    Child living("hold", m_cache);
+    Child dying("hold", m_cache);
+    const fs::path kept = living.folder();
+    const fs::path swept = dying.folder();
+    fs::create_directories(m_cache / "outside");
+    ASSERT_FALSE(
+        writeData(URL::fileURLWithPath((m_cache / "outside/file").string()), std::span<const std::byte>()));
+    fs::create_directories(swept / "Frames");
+    fs::create_directory_symlink(m_cache / "outside", swept / "Frames/link");
+    const fs::path lockless =
+        swept.parent_path() / "01234567-89AB-4CDE-8F01-23456789ABCD-77-0000000000000001";
+    fs::create_directories(lockless / "Videos");
+    fs::create_directories(swept.parent_path() / "not ours");
+    dying.kill();
+    ASSERT_TRUE(fs::exists(swept));
+
+    Child next("hold", m_cache);
+    ASSERT_TRUE(fs::exists(next.folder()));
+    EXPECT_FALSE(fs::exists(swept));
+    EXPECT_FALSE(fs::exists(lockOf(swept)));
+    EXPECT_FALSE(fs::exists(lockless));
+    EXPECT_TRUE(fs::exists(kept));
+    EXPECT_TRUE(fs::exists(m_cache / "outside/file"));
+    EXPECT_TRUE(fs::exists(swept.parent_path() / "not ours"));
+}
+
+TEST_F(TemporaryDirectoryTests, OfManyProcessesThatStartTogetherAllStay) {
+    std::vector<std::unique_ptr<Child>> children;
+    for (int i = 0; i < 8; ++i)
+        children.push_back(std::make_unique<Child>("hold", m_cache));
+    std::vector<fs::path> folders;
+    for (const auto& child : children)
+        folders.push_back(child->folder());
+    for (const fs::path& folder : folders)
+        EXPECT_TRUE(fs::exists(folder)) << folder;
+}
+
+TEST_F(TemporaryDirectoryTests, IsGoneAfterRemovalByExecThoughThreadsWereWritingInIt) {
+    Child child("exec", m_cache);
+    const fs::path folder = child.folder();
+    ASSERT_FALSE(folder.empty());
+    EXPECT_EQ(child.wait(), 7);
+    EXPECT_FALSE(fs::exists(folder));
+    EXPECT_FALSE(fs::exists(lockOf(folder)));
+    // The named file is gone; of a folder named with it nothing was taken.
+    EXPECT_FALSE(fs::exists(m_cache / "anadrome/out"));
+    EXPECT_TRUE(fs::exists(m_cache / "anadrome/sweep.lock"));
+}
+
+TEST_F(TemporaryDirectoryTests, IsNotRemovedByACommandLineThatSomebodyTypes) {
+    Child child("hold", m_cache);
+    const fs::path folder = child.folder();
+    const fs::path order = m_cache / "order";
+    const std::string text = std::string("0") + '\0' + folder.string() + '\0';
+    ASSERT_FALSE(writeData(URL::fileURLWithPath(order.string()), std::as_bytes(std::span(text))));
+    const std::string program = fs::read_symlink("/proc/self/exe");
+    const std::string command = "GTEST_FILTER=none XDG_CACHE_HOME=" + m_cache.string() + " '" + program +
+                                "' --remove-temporary-directory 3 >/dev/null 3<" + order.string();
+    EXPECT_EQ(std::system(command.c_str()), 0);
+    EXPECT_TRUE(fs::exists(folder));
+}
+
+TEST_F(TemporaryDirectoryTests, DoesNotLieInMemory) {
+    struct statfs status {};
+    std::string name = "/dev/shm/anadrome-test-XXXXXX";
+    if (::statfs("/dev/shm", &status) != 0 || status.f_type != TMPFS_MAGIC || !::mkdtemp(name.data()))
+        GTEST_SKIP() << "No file system in memory here.";
+    Child child("leave", name);
+    const fs::path folder = child.folder();
+    EXPECT_EQ(child.wait(), 0);
+    fs::remove_all(name);
+    EXPECT_EQ(folder.parent_path(), "/var/tmp/anadrome-" + std::to_string(::geteuid()));
+}
