@@ -1,0 +1,67 @@
+#pragma once
+
+#include "Tests/Support/Libav.h"
+#include "Tests/Support/SignalColour.h"
+
+#include <cstddef>
+
+namespace anadrome::testing_support {
+
+struct PixelRect {
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+};
+
+struct Disc {
+    double x = 0;
+    double y = 0;
+    double radius = 0;
+};
+
+/// Draws shapes straight into the planes of a YUV picture, whatever its depth and chroma subsampling.
+class Canvas {
+public:
+    /// True for planar YUV and grey formats; others need a conversion afterwards.
+    static bool canDrawOn(AVPixelFormat format);
+
+    explicit Canvas(AVFrame& frame);
+
+    int width() const { return frame_.width; }
+    int height() const { return frame_.height; }
+    int depth() const { return description_.comp[0].depth; }
+    int planeCount() const { return description_.nb_components; }
+    int planeWidth(int plane) const { return AV_CEIL_RSHIFT(frame_.width, shiftX(plane)); }
+    int planeHeight(int plane) const { return AV_CEIL_RSHIFT(frame_.height, shiftY(plane)); }
+    /// How many bytes so many samples of a row take up.
+    std::size_t bytesOf(int samples) const {
+        return static_cast<std::size_t>(samples) * static_cast<std::size_t>(sampleBytes());
+    }
+    int sampleBytes() const { return depth() > 8 ? 2 : 1; }
+    std::uint8_t* row(int plane, int y) const {
+        return frame_.data[plane] + std::ptrdiff_t{y} * frame_.linesize[plane];
+    }
+    std::uint8_t* sample(int plane, int x, int y) const {
+        return row(plane, y) + std::ptrdiff_t{x} * sampleBytes();
+    }
+
+    void fill(const PixelRect& rect, const CodeValues& colour);
+    void fillDisc(const Disc& disc, const CodeValues& colour);
+
+    /// Copies the part of a picture of the same format, at least this big, that starts at (x, y).
+    void copyFrom(const Canvas& source, int x, int y);
+    void copyDiscFrom(const Canvas& source, int x, int y, const Disc& disc);
+
+private:
+    int shiftX(int plane) const { return plane == 1 || plane == 2 ? description_.log2_chroma_w : 0; }
+    int shiftY(int plane) const { return plane == 1 || plane == 2 ? description_.log2_chroma_h : 0; }
+    void fillRow(int plane, int y, int begin, int end, std::uint16_t value);
+    template <class Row>
+    void forEachRowOf(const Disc& disc, Row row) const;
+
+    AVFrame& frame_;
+    const AVPixFmtDescriptor& description_;
+};
+
+} // namespace anadrome::testing_support

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "Tests/Support/Orientation.h"
+#include "Tests/Support/PictureReading.h"
+#include "Tests/Support/SoundMeasure.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace anadrome::testing_support {
+
+struct FrameFacts {
+    std::int64_t pts = 0; ///< in units of the track's time base
+    double seconds = 0;
+    std::optional<int> number = {}; ///< read from the picture
+    double meanLuma = 0;            ///< on the 8-bit scale where black is 16 and white is 235
+    bool isKeyFrame = false;
+};
+
+/// A video track as it is stored: nothing is turned or scaled.
+struct VideoFacts {
+    std::string codec = {};
+    std::string codecTag = {};
+    int profile = 0;
+    int width = 0;
+    int height = 0;
+    std::string pixelFormat = {};
+    std::string primaries =
+        {}; ///< colour names as the command line tools print them, "unknown" without a tag
+    std::string transfer = {};
+    std::string matrix = {};
+    std::string range = {};
+    AVRational pixelAspect = {0, 1};
+    AVRational frameRate = {0, 1}; ///< the average
+    std::optional<DisplayMatrix> displayMatrix = {};
+    bool isInterlaced = false;
+    AVRational timeBase = {0, 1};
+    double startSeconds = 0;
+    double durationSeconds = 0;
+    std::int64_t frameCount = 0; ///< as the container says; the real one is frames.size()
+    std::int64_t bitRate = 0;
+    CornerColours corners = {}; ///< of the first frame
+    int decodeErrors = 0;
+    std::vector<FrameFacts> frames = {}; ///< in the order of presentation
+
+    std::vector<std::optional<int>> numbers() const;
+};
+
+struct SoundFacts {
+    std::string codec = {};
+    std::string codecTag = {};
+    int sampleRate = 0;
+    int channelCount = 0;
+    bool canDecode = false;
+    double startSeconds = 0;
+    double durationSeconds = 0;
+    std::int64_t bitRate = 0;
+    int decodeErrors = 0;
+    double worstSlip =
+        0;            ///< seconds by which a decoded piece's time strays from the count of samples before it
+    Sound sound = {}; ///< what is heard: padding that the file says to drop is left out
+};
+
+struct MovieFacts {
+    std::string container = {};
+    double startSeconds = 0;
+    double durationSeconds = 0;
+    std::int64_t bitRate = 0;
+    std::map<std::string, std::string> metadata = {};
+    std::vector<VideoFacts> video = {};
+    std::vector<SoundFacts> sound = {};
+    int otherTracks = 0;
+};
+
+/// Reads a whole movie: facts from its headers, and facts from every decoded frame. Pictures are dropped once
+/// they have been looked at. Throws std::runtime_error when the file is not a movie.
+MovieFacts readMovie(const std::string& path);
+
+/// The same without decoding anything: no frames and no samples.
+MovieFacts readMovieHeaders(const std::string& path);
+
+} // namespace anadrome::testing_support

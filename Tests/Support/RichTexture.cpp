@@ -1,0 +1,147 @@
+#include "Tests/Support/RichTexture.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace anadrome::testing_support {
+
+namespace {
+
+constexpr std::size_t kGrainLength = 1 << 16;
+
+std::uint32_t scrambled(std::uint32_t value) {
+    value ^= value >> 16;
+    value *= 0x7feb352du;
+    value ^= value >> 15;
+    value *= 0x846ca68bu;
+    return value ^ (value >> 16);
+}
+
+float unitNoise(std::uint32_t seed) {
+    return static_cast<float>(scrambled(seed)) / 4294967296.0f;
+}
+
+/// Random values on a grid of the given spacing, joined smoothly and added to the field.
+void addNoise(std::vector<float>& field, int width, int height, int spacing, float amount,
+              std::uint32_t seed) {
+    const int columns = width / spacing + 2;
+    const int rows = height / spacing + 2;
+    std::vector<float> grid(static_cast<std::size_t>(columns * rows));
+    for (std::size_t index = 0; index < grid.size(); ++index)
+        grid[index] = amount * unitNoise(seed + static_cast<std::uint32_t>(index));
+    const float step = 1.0f / static_cast<float>(spacing);
+    for (int y = 0; y < height; ++y) {
+        const float* upper = grid.data() + std::ptrdiff_t{y / spacing} * columns;
+        const float* lower = upper + columns;
+        const float down = static_cast<float>(y % spacing) * step;
+        float* out = field.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(width);
+        for (int x = 0; x < width; ++x) {
+            const int cell = x / spacing;
+            const float along = static_cast<float>(x % spacing) * step;
+            const float left = upper[cell] + (lower[cell] - upper[cell]) * down;
+            const float right = upper[cell + 1] + (lower[cell + 1] - upper[cell + 1]) * down;
+            out[x] += left + (right - left) * along;
+        }
+    }
+}
+
+/// Values from 0 to 1 with detail from half the height down to the finest
+/// spacing; coarse detail is the strongest.
+std::vector<float> naturalField(int width, int height, int finest, std::uint32_t seed) {
+    std::vector<float> field(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    float amount = 1;
+    float total = 0;
+    for (int spacing = std::max(height / 2, finest); spacing >= finest; spacing /= 2) {
+        addNoise(field, width, height, spacing, amount, seed);
+        total += amount;
+        amount *= 0.62f;
+        seed = scrambled(seed + 1);
+    }
+    // The sum of many layers keeps close to its middle; this spreads it out.
+    constexpr float kSpread = 1.7f;
+    for (float& value : field)
+        value = std::clamp(0.5f + kSpread * (value / total - 0.5f), 0.0f, 1.0f);
+    return field;
+}
+
+void setSample(const Canvas& canvas, int plane, int x, int y, float value) {
+    const auto code = static_cast<std::uint16_t>(std::lround(value));
+    if (canvas.sampleBytes() == 1)
+        *canvas.sample(plane, x, y) = static_cast<std::uint8_t>(code);
+    else
+        *reinterpret_cast<std::uint16_t*>(canvas.sample(plane, x, y)) = code;
+}
+
+void paintPlane(const Canvas& canvas, int plane, float low, float high) {
+    const int width = canvas.planeWidth(plane);
+    const int height = canvas.planeHeight(plane);
+    const int finest = plane == 0 ? 2 : std::max(4, height / 32);
+    const auto field = naturalField(width, height, finest, 77u + static_cast<std::uint32_t>(plane));
+    const float* row = field.data();
+    for (int y = 0; y < height; ++y, row += width)
+        for (int x = 0; x < width; ++x)
+            setSample(canvas, plane, x, y, low + (high - low) * row[x]);
+}
+
+template <class Sample>
+void addTo(Sample* row, const std::int16_t* grain, int count, int top) {
+    for (int x = 0; x < count; ++x)
+        row[x] = static_cast<Sample>(std::clamp(row[x] + grain[x], 0, top));
+}
+
+double turn(int number, double framesARound) {
+    return 2 * std::numbers::pi * number / framesARound;
+}
+
+} // namespace
+
+RichTexture::RichTexture(int width, int height, AVPixelFormat format, const CodeValues& black,
+                         const CodeValues& white)
+    : reach_(std::max(8, height / 8) & ~1),
+      texture_(makePicture(width + 2 * reach_, height + 2 * reach_, format)),
+      grain_(kGrainLength + static_cast<std::size_t>(width)) {
+    const Canvas canvas(*texture_);
+    top_ = (1 << canvas.depth()) - 1;
+    paintPlane(canvas, 0, black[0], white[0]);
+    for (int plane = 1; plane < canvas.planeCount(); ++plane) {
+        const float middle = plane == 3 ? black[3] : black[1];
+        const float swing = plane == 3 ? 0 : middle * 0.4f;
+        paintPlane(canvas, plane, middle - swing, middle + swing);
+    }
+    const float strength = 6.0f * static_cast<float>(1 << (canvas.depth() - 8));
+    for (std::size_t index = 0; index < grain_.size(); ++index) {
+        const auto seed = static_cast<std::uint32_t>(4 * index + 1000003);
+        const float bell = unitNoise(seed) + unitNoise(seed + 1) + unitNoise(seed + 2) - 1.5f;
+        grain_[index] = static_cast<std::int16_t>(std::lround(strength * bell));
+    }
+}
+
+void RichTexture::draw(Canvas& canvas, int number) const {
+    const Canvas texture(*texture_);
+    const auto pan = [&](double angle) {
+        return std::clamp(static_cast<int>(std::lround(reach_ * (1 + std::sin(angle)))), 0, 2 * reach_);
+    };
+    canvas.copyFrom(texture, pan(turn(number, 190)), pan(turn(number, 260) + 1));
+    for (int piece = 0; piece < 5; ++piece) {
+        const double phase = piece * 1.3;
+        const Disc disc{canvas.width() * (0.5 + 0.42 * std::sin(turn(number, 140 + 30 * piece) + phase)),
+                        canvas.height() * (0.5 + 0.42 * std::cos(turn(number, 170 + 20 * piece) + 2 * phase)),
+                        canvas.height() * (0.08 + 0.02 * piece)};
+        canvas.copyDiscFrom(texture, pan(turn(number, -110 - 17 * piece)), pan(phase), disc);
+    }
+    addGrain(canvas, number);
+}
+
+void RichTexture::addGrain(Canvas& canvas, int number) const {
+    for (int y = 0; y < canvas.height(); ++y) {
+        const auto seed = static_cast<std::uint32_t>(number * 8191 + y);
+        const std::int16_t* grain = grain_.data() + scrambled(seed) % kGrainLength;
+        if (canvas.sampleBytes() == 1)
+            addTo(canvas.row(0, y), grain, canvas.width(), top_);
+        else
+            addTo(reinterpret_cast<std::uint16_t*>(canvas.row(0, y)), grain, canvas.width(), top_);
+    }
+}
+
+} // namespace anadrome::testing_support
