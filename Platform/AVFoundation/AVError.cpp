@@ -1,0 +1,41 @@
+#include "Platform/AVFoundation/AVError.h"
+
+namespace anadrome {
+
+namespace {
+
+const char* sentence(AVErrorCode code) {
+    switch (code) {
+    case AVErrorOutOfMemory:
+        return "There is not enough memory.";
+    case AVErrorDiskFull:
+        return "There is not enough space on the disk.";
+    case AVErrorDecodeFailed:
+        return "The media could not be decoded.";
+    case AVErrorInvalidSourceMedia:
+        return "The source media could not be read.";
+    case AVErrorFileAlreadyExists:
+        return "A file with this name exists already.";
+    case AVErrorFileFormatNotRecognized:
+        return "The file is not of a known media format.";
+    case AVErrorFileFailedToParse:
+        return "The file is damaged and could not be read.";
+    case AVErrorDecoderNotFound:
+        return "There is no decoder for this media.";
+    case AVErrorEncoderNotFound:
+        return "There is no encoder for these settings.";
+    case AVErrorUnsupportedOutputSettings:
+        return "The output settings are not supported.";
+    case AVErrorUnknown:
+        break;
+    }
+    return "The operation could not be completed.";
+}
+
+} // namespace
+
+NSError makeAVError(AVErrorCode code, std::optional<NSError> underlying) {
+    return NSError(AVFoundationErrorDomain, code, sentence(code), std::move(underlying));
+}
+
+} // namespace anadrome

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Platform/Foundation/NSError.h"
+
+#include <optional>
+#include <string>
+
+namespace anadrome {
+
+inline constexpr const char* AVFoundationErrorDomain = "AVFoundationErrorDomain";
+
+enum AVErrorCode : long {
+    AVErrorUnknown = -11800,
+    AVErrorOutOfMemory = -11801,
+    AVErrorDiskFull = -11807,
+    AVErrorDecodeFailed = -11821,
+    AVErrorInvalidSourceMedia = -11822,
+    AVErrorFileAlreadyExists = -11823,
+    AVErrorFileFormatNotRecognized = -11828,
+    AVErrorFileFailedToParse = -11829,
+    AVErrorDecoderNotFound = -11833,
+    AVErrorEncoderNotFound = -11834,
+    AVErrorUnsupportedOutputSettings = -11861,
+};
+
+/// An error of AVFoundationErrorDomain with the code's own sentence as description.
+NSError makeAVError(AVErrorCode code, std::optional<NSError> underlying = std::nullopt);
+
+} // namespace anadrome

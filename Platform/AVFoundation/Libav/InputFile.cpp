@@ -1,0 +1,82 @@
+#include "Platform/AVFoundation/Libav/InputFile.h"
+
+#include "Platform/AVFoundation/Libav/Errors.h"
+#include "Platform/AVFoundation/Libav/Log.h"
+
+#include <cerrno>
+#include <sys/stat.h>
+
+namespace anadrome::libav {
+
+namespace {
+
+// Formats that name other files or streams (playlists, concatenation scripts) and those that take any text
+// for pictures are left out on purpose.
+constexpr const char* formats = "mov,mp4,matroska,webm,avi,mpegts,mpeg,flv,asf,ogg,mxf,gif,dv,nut";
+
+ColorTags tagsOf(const AVCodecParameters* parameters) {
+    return {parameters->color_primaries, parameters->color_trc, parameters->color_space};
+}
+
+std::optional<NSError> rejectAllButPlainFiles(const URL& url) {
+    struct stat status {};
+    if (::stat(url.path().c_str(), &status) != 0)
+        return makeAVError(AVErrorInvalidSourceMedia, NSError::posix(errno));
+    if (S_ISDIR(status.st_mode))
+        return makeAVError(AVErrorInvalidSourceMedia, NSError::posix(EISDIR));
+    if (!S_ISREG(status.st_mode))
+        return makeAVError(AVErrorInvalidSourceMedia, NSError::posix(ENOTSUP));
+    return std::nullopt;
+}
+
+} // namespace
+
+Result<InputFile> InputFile::open(const URL& url) {
+    routeLibraryLog();
+    if (std::optional<NSError> error = rejectAllButPlainFiles(url))
+        return *error;
+
+    AVDictionary* options = nullptr;
+    av_dict_set(&options, "protocol_whitelist", "file", 0);
+    av_dict_set(&options, "format_whitelist", formats, 0);
+    AVFormatContext* context = nullptr;
+    const std::string name = "file:" + url.path();
+    const int opened = avformat_open_input(&context, name.c_str(), nullptr, &options);
+    av_dict_free(&options);
+    if (opened < 0)
+        return errorFrom(opened, AVErrorFileFormatNotRecognized);
+
+    InputFile file;
+    file.m_context.reset(context);
+    for (int i = 0; i < file.streamCount(); ++i)
+        file.m_containerTags.push_back(tagsOf(file.stream(i)->codecpar));
+    const int probed = avformat_find_stream_info(context, nullptr);
+    if (probed < 0)
+        return errorFrom(probed, AVErrorFileFailedToParse);
+    file.m_containerTags.resize(context->nb_streams);
+    return file;
+}
+
+ColorTags InputFile::colorTags(int index) const {
+    return filled(m_containerTags[static_cast<std::size_t>(index)], tagsOf(stream(index)->codecpar));
+}
+
+std::int64_t InputFile::timestampOffset(int index) const {
+    if (!(m_context->iformat->flags & AVFMT_TS_DISCONT) || m_context->start_time == AV_NOPTS_VALUE)
+        return 0;
+    return av_rescale_q(m_context->start_time, AV_TIME_BASE_Q, stream(index)->time_base);
+}
+
+CMTime InputFile::time(int index, std::int64_t timestamp) const {
+    if (timestamp == AV_NOPTS_VALUE)
+        return kCMTimeInvalid;
+    return timeFrom(timestamp - timestampOffset(index), stream(index)->time_base);
+}
+
+CMTime timeFrom(std::int64_t ticks, AVRational timeBase) {
+    if (ticks == AV_NOPTS_VALUE)
+        return kCMTimeInvalid;
+    return CMTimeMake(ticks * timeBase.num, timeBase.den);
+}
+
+} // namespace anadrome::libav

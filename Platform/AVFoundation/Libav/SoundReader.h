@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Platform/AVFoundation/Libav/Decoder.h"
+#include "Platform/CoreMedia/CMSampleBuffer.h"
+
+#include <functional>
+
+namespace anadrome::libav {
+
+/// Turns decoded sound of any sample format into buffers of interleaved 16-bit integers, at most 1,024
+/// samples of every channel each. Rate and channels are those of the first sound that comes. One thread at a
+/// time.
+class SoundReader {
+public:
+    using Deliver = std::function<bool(CMSampleBufferRef)>;
+
+    /// Delivers the sound in pieces. False when the receiver wants no more.
+    bool convert(const Decoder& decoder, const AVFrame& frame, const Deliver& deliver);
+
+private:
+    bool prepare(const AVFrame& frame);
+    CMSampleBufferRef piece(const std::int16_t* samples, int count, const CMTime& time) const;
+
+    CMFormatDescriptionRef m_description;
+    Owned<SwrContext> m_resampler;
+    Owned<AVFrame> m_source;
+    std::vector<std::int16_t> m_samples;
+};
+
+} // namespace anadrome::libav

@@ -1,0 +1,62 @@
+#include "Platform/AVFoundation/Libav/TrackPipeline.h"
+
+#include "Platform/AVFoundation/Libav/Decoder.h"
+#include "Platform/AVFoundation/Libav/PictureReader.h"
+#include "Platform/AVFoundation/Libav/SoundReader.h"
+#include "Platform/Dispatch/DispatchQueue.h"
+
+namespace anadrome::libav {
+
+namespace {
+
+// Pictures are large: a handful in all, counting the one in the taker's hands.
+constexpr std::size_t picturesAhead = 3;
+constexpr std::size_t soundBuffersAhead = 64;
+
+} // namespace
+
+Result<std::shared_ptr<TrackPipeline>> TrackPipeline::start(const AVAssetTrackRef& track, DecodedForm form) {
+    Result<Decoder> opened = Decoder::open(track->url(), track->streamIndex());
+    if (!opened)
+        return opened.error();
+    auto decoder = std::make_shared<Decoder>(std::move(*opened));
+    const bool video = track->mediaType() == AVMediaTypeVideo;
+    std::shared_ptr<TrackPipeline> pipeline(new TrackPipeline(video ? picturesAhead : soundBuffersAhead));
+    DispatchQueue::global(QualityOfService::userInitiated).async([pipeline, decoder, track, form, video] {
+        if (video) {
+            PictureReader reader(track->formatDescriptions().front(), form.pixelFormat);
+            pipeline->run(*decoder, reader);
+        } else {
+            SoundReader reader;
+            pipeline->run(*decoder, reader);
+        }
+    });
+    return pipeline;
+}
+
+template <typename Converter>
+void TrackPipeline::run(Decoder& decoder, Converter& converter) {
+    const Owned<AVFrame> frame = makeFrame();
+    const auto deliver = [this](CMSampleBufferRef sample) { return m_ready.push(std::move(sample)); };
+    bool wanted = true;
+    while (wanted && decoder.next(frame.get())) {
+        wanted = converter.convert(decoder, *frame, deliver);
+        av_frame_unref(frame.get());
+    }
+    if (decoder.error()) {
+        const std::lock_guard lock(m_mutex);
+        m_error = decoder.error();
+    }
+    m_ready.close();
+}
+
+CMSampleBufferRef TrackPipeline::next() {
+    return m_ready.pop().value_or(nullptr);
+}
+
+std::optional<NSError> TrackPipeline::error() const {
+    const std::lock_guard lock(m_mutex);
+    return m_error;
+}
+
+} // namespace anadrome::libav
