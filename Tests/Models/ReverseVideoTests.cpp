@@ -1,0 +1,237 @@
+#include "Models/VideoEncoder.h"
+#include "Models/VideoFileManager.h"
+#include "Models/VideoFrameManager.h"
+#include "Platform/Foundation/NSProcessInfo.h"
+#include "Tests/Support/ClipMaker.h"
+#include "Tests/Support/MovieReader.h"
+#include "Tests/Support/ScratchFolder.h"
+#include "Tests/Support/ToneTrack.h"
+
+#include <filesystem>
+#include <fstream>
+#include <future>
+#include <gtest/gtest.h>
+#include <mutex>
+
+namespace anadrome {
+
+using namespace testing_support;
+
+namespace {
+
+struct Outcome {
+    bool success = false;
+    std::optional<std::string> message;
+    std::string path;
+    std::vector<float> progress;
+};
+
+class ReverseVideoTest : public ::testing::Test {
+protected:
+    ReverseVideoTest() { VideoFileManager::removeAllWorkFiles(); }
+
+    std::string clip(const std::string& name, const ClipOptions& options) {
+        makeClip(m_folder.file(name), options);
+        return m_folder.file(name);
+    }
+
+    Outcome reverse(const std::string& path, AVFileType fileType = AVFileTypeQuickTimeMovie,
+                    bool isReverseOnly = true) {
+        Outcome outcome;
+        std::mutex mutex;
+        VideoEncoder encoder([&](float progress) {
+            const std::lock_guard lock(mutex);
+            outcome.progress.push_back(progress);
+        });
+        const URL output = VideoFileManager::videosDirectory().appendingPathComponent(
+            NSProcessInfo::processInfo().globallyUniqueString() +
+            (fileType == AVFileTypeMPEG4 ? ".mp4" : ".mov"));
+        std::promise<void> done;
+        encoder.reverseVideo(
+            URL::fileURLWithPath(path), output, fileType,
+            [&](bool success, std::optional<std::string> message) {
+                outcome.success = success;
+                outcome.message = std::move(message);
+                done.set_value();
+            },
+            isReverseOnly);
+        done.get_future().wait();
+        outcome.path = output.path();
+        return outcome;
+    }
+
+    ScratchFolder m_folder;
+};
+
+void expectReversed(const std::string& source, const std::string& output) {
+    const VideoFacts in = readMovie(source).video.at(0);
+    const VideoFacts out = readMovie(output).video.at(0);
+    ASSERT_EQ(out.frames.size(), in.frames.size());
+    for (std::size_t i = 0; i < out.frames.size(); ++i) {
+        EXPECT_EQ(out.frames[i].number, in.frames[in.frames.size() - 1 - i].number) << i;
+        EXPECT_NEAR(out.frames[i].seconds, in.frames[i].seconds, 1e-6) << i;
+    }
+    EXPECT_EQ(out.codecTag, "hvc1");
+    EXPECT_EQ(out.displayMatrix, in.displayMatrix);
+    EXPECT_EQ(out.decodeErrors, 0);
+}
+
+} // namespace
+
+TEST_F(ReverseVideoTest, EveryFrameStandsAtTheMirroredPlaceAndTime) {
+    const struct {
+        const char* name;
+        ClipOptions options;
+        AVFileType fileType = AVFileTypeQuickTimeMovie;
+    } rows[] = {
+        {"plain.mp4", {.width = 160, .height = 96, .frames = 40, .bFrames = 2}, AVFileTypeMPEG4},
+        {"ntsc.mov", {.width = 160, .height = 96, .frames = 40, .frameRate = {30000, 1001}, .openGop = true}},
+        {"uneven.mp4", {.width = 160, .height = 96, .frames = 20, .frameTicks = {20, 7, 41}}},
+        {"late.mp4", {.width = 160, .height = 96, .frames = 12, .startSeconds = 10}},
+        {"one.mp4", {.width = 160, .height = 96, .frames = 1}},
+        {"turned.mp4", {.width = 160, .height = 96, .frames = 6, .orientation = Orientation::Rotate270}},
+        {"mirrored.mov", {.width = 160, .height = 96, .frames = 6, .orientation = Orientation::Transverse}},
+        {"small.mp4", {.width = 64, .height = 48, .frames = 10}},
+        {"odd.mp4", {.width = 161, .height = 97, .frames = 10, .pixelFormat = "yuv444p"}},
+        {"fragmented.mp4", {.width = 160, .height = 96, .frames = 30, .fragmented = true}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const std::string source = clip(row.name, row.options);
+        const Outcome outcome = reverse(source, row.fileType);
+        ASSERT_TRUE(outcome.success) << outcome.message.value_or("");
+        EXPECT_FALSE(outcome.message);
+        expectReversed(source, outcome.path);
+        EXPECT_TRUE(std::filesystem::is_empty(VideoFrameManager::framesDirectory().path()));
+    }
+}
+
+TEST_F(ReverseVideoTest, HighDynamicRangeKeepsItsTenBitsAndTags) {
+    for (const auto& [colour, transfer] :
+         {std::pair(ColourPreset::Hlg, "arib-std-b67"), std::pair(ColourPreset::Pq, "smpte2084")}) {
+        const std::string source = clip("hdr.mov", {.width = 160,
+                                                    .height = 96,
+                                                    .frames = 10,
+                                                    .videoCodec = "libx265",
+                                                    .pixelFormat = "yuv420p10le",
+                                                    .colour = colour});
+        const Outcome outcome = reverse(source);
+        ASSERT_TRUE(outcome.success);
+        expectReversed(source, outcome.path);
+        const VideoFacts video = readMovieHeaders(outcome.path).video.at(0);
+        EXPECT_EQ(video.pixelFormat, "yuv420p10le");
+        EXPECT_EQ(video.transfer, transfer);
+        EXPECT_EQ(video.primaries, "bt2020");
+        EXPECT_EQ(video.matrix, "bt2020nc");
+    }
+}
+
+TEST_F(ReverseVideoTest, LumaAndTagsSurviveFullRangeAndUntaggedSources) {
+    const struct {
+        const char* name;
+        ClipOptions options;
+        const char* matrix;
+    } rows[] = {
+        {"full.mp4", {.frames = 6, .fullRange = true, .quality = 8}, "bt709"},
+        {"untagged.mp4", {.frames = 6, .colour = ColourPreset::Untagged, .quality = 8}, "unknown"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const std::string source = clip(row.name, row.options);
+        const Outcome outcome = reverse(source);
+        ASSERT_TRUE(outcome.success);
+        const VideoFacts in = readMovie(source).video.at(0);
+        const VideoFacts out = readMovie(outcome.path).video.at(0);
+        EXPECT_EQ(out.matrix, row.matrix);
+        EXPECT_EQ(out.range, "tv");
+        for (std::size_t i = 0; i < out.frames.size(); ++i)
+            EXPECT_NEAR(out.frames[i].meanLuma, in.frames[in.frames.size() - 1 - i].meanLuma, 1.0) << i;
+    }
+}
+
+TEST_F(ReverseVideoTest, AnamorphicClipsKeepTheirShape) {
+    const Outcome outcome =
+        reverse(clip("wide.mp4", {.width = 96, .height = 96, .frames = 5, .pixelAspect = {16, 11}}));
+    ASSERT_TRUE(outcome.success);
+    const VideoFacts video = readMovie(outcome.path).video.at(0);
+    EXPECT_EQ(video.width, 140);
+    EXPECT_EQ(video.height, 96);
+    EXPECT_EQ(video.frames.at(0).number, 4);
+}
+
+TEST_F(ReverseVideoTest, SoundRunsBackwardsWithItsChannelsSwapped) {
+    const std::string source =
+        clip("tones.mov", {.frames = 120, .audioCodec = "pcm_s16le", .audioRate = 44100, .audioChannels = 2});
+    const Outcome outcome = reverse(source);
+    ASSERT_TRUE(outcome.success);
+    const MovieFacts movie = readMovie(outcome.path);
+    const Sound& sound = movie.sound.at(0).sound;
+    for (int second = 0; second < 4; ++second)
+        for (int channel = 0; channel < 2; ++channel)
+            EXPECT_NEAR(dominantFrequency(sound, channel, 3 - second + 0.2, 0.6).value_or(0),
+                        toneFrequency(second, 1 - channel, 2), 4)
+                << "second " << second << ", channel " << channel;
+    // The first buffer of the source is left out, and nothing else.
+    EXPECT_NEAR(movie.sound.at(0).durationSeconds, 4 - 1024 / 44100.0, 0.001);
+    EXPECT_NEAR(sound.firstSampleSeconds, 0, 0.0005);
+    EXPECT_NEAR(level(sound, 0, 0, 0.03).value_or(-200), -9, 2);
+}
+
+TEST_F(ReverseVideoTest, TheFirstSoundThatCanBeDecodedIsUsed) {
+    ClipOptions options{
+        .frames = 60, .audioCodec = "aac", .secondAudioTrack = true, .unknownFirstSound = true};
+    const Outcome second = reverse(clip("phone.mov", options));
+    ASSERT_TRUE(second.success);
+    const MovieFacts movie = readMovie(second.path);
+    ASSERT_EQ(movie.sound.size(), 1U);
+    EXPECT_NEAR(dominantFrequency(movie.sound[0].sound, 1, 1.2, 0.6).value_or(0), toneFrequency(0, 0, 2, 1),
+                4);
+
+    options.secondAudioTrack = false;
+    const Outcome silent = reverse(clip("mute.mov", options));
+    ASSERT_TRUE(silent.success);
+    EXPECT_TRUE(readMovieHeaders(silent.path).sound.empty());
+}
+
+TEST_F(ReverseVideoTest, ProgressFillsTheFirstHalfOrTheFirstQuarter) {
+    const std::string source = clip("ten.mp4", {.frames = 10});
+    for (const auto& [isReverseOnly, weight] : {std::pair(true, 0.5F), std::pair(false, 0.25F)}) {
+        const Outcome outcome = reverse(source, AVFileTypeMPEG4, isReverseOnly);
+        ASSERT_EQ(outcome.progress.size(), 20U);
+        EXPECT_FLOAT_EQ(outcome.progress[0], 0.05F * weight);
+        EXPECT_FLOAT_EQ(outcome.progress[9], 0.5F * weight);
+        EXPECT_FLOAT_EQ(outcome.progress[10], 0.5F * weight);
+        EXPECT_FLOAT_EQ(outcome.progress[19], 0.95F * weight);
+    }
+}
+
+TEST_F(ReverseVideoTest, EachFailureHasItsMessage) {
+    std::ofstream(m_folder.file("text.mp4")) << "no movie";
+    const std::string good = clip("good.mp4", {.frames = 5});
+    const struct {
+        std::string path;
+        std::string message;
+    } rows[] = {
+        {m_folder.file("missing.mp4"), "Reverse: Failed to init reader"},
+        {m_folder.path(), "Reverse: Failed to init reader"},
+        {m_folder.file("text.mp4"), "Reverse: Failed to init reader"},
+    };
+    for (const auto& row : rows) {
+        const Outcome outcome = reverse(row.path);
+        EXPECT_FALSE(outcome.success);
+        EXPECT_EQ(outcome.message, row.message) << row.path;
+        EXPECT_FALSE(std::filesystem::exists(outcome.path));
+    }
+
+    std::promise<std::string> refused;
+    VideoEncoder([](float) {})
+        .reverseVideo(
+            URL::fileURLWithPath(good), URL::fileURLWithPath(good), AVFileTypeMPEG4,
+            [&](bool, std::optional<std::string> message) { refused.set_value(message.value_or("")); }, true);
+    EXPECT_EQ(refused.get_future().get(),
+              "Failed to write: Optional(Error Domain=AVFoundationErrorDomain Code=-11823 "
+              "\"A file with this name exists already.\")");
+    EXPECT_TRUE(readMovieHeaders(good).video.size() == 1) << "the file that was in the way is untouched";
+}
+
+} // namespace anadrome
