@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Platform/Foundation/URL.h"
+
+#include <optional>
+#include <string>
+
+namespace anadrome::terminal {
+
+/// The movie to be written. It is made under a hidden name beside its place and takes its name when it is
+/// whole, so that nobody ever finds half a movie there. What wasn't put in place is removed.
+class OutputFile {
+public:
+    OutputFile(const std::string& path, bool replaceExisting);
+    ~OutputFile();
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    /// Why nothing can be written to this place, if that can be told beforehand.
+    std::optional<std::string> obstacle() const;
+
+    /// Where to write.
+    const URL& partialUrl() const { return m_partial; }
+    const URL& url() const { return m_final; }
+
+    /// Gives the file its name. The message if that fails.
+    std::optional<std::string> putInPlace();
+
+private:
+    const URL m_final;
+    const URL m_partial;
+    const bool m_replaceExisting;
+};
+
+} // namespace anadrome::terminal

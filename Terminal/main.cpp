@@ -1,0 +1,49 @@
+#include "Platform/Foundation/Print.h"
+#include "Platform/Foundation/TemporaryDirectory.h"
+#include "Terminal/CommandLine.h"
+#include "Terminal/ExitCode.h"
+#include "Terminal/Interruption.h"
+#include "Terminal/ReverseCommand.h"
+
+#include <QCoreApplication>
+#include <csignal>
+#include <iostream>
+
+namespace {
+
+using namespace anadrome;
+using namespace anadrome::terminal;
+
+/// Diagnostics are for those who ask.
+void routeDiagnostics(bool verbose) {
+    const LineSink toStandardError = [](std::string_view line) { std::cerr << line << std::endl; };
+    const LineSink nowhere = [](std::string_view) {};
+    setPrintSink(verbose ? toStandardError : nowhere);
+    if (verbose)
+        setDebugSink(toStandardError);
+}
+
+int run(const ReverseOptions& options) {
+    routeDiagnostics(options.verbose);
+    ReverseCommand command(options);
+    const Interruption interruption([&](int exitCode) { command.interrupt(exitCode); });
+    command.start([](int exitCode) { QCoreApplication::exit(exitCode); });
+    const int exitCode = QCoreApplication::exec();
+    TemporaryDirectory::remove();
+    return exitCode;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    TemporaryDirectory::finishRemovalIfAsked(argc, argv);
+    // A full disk, a file-size limit and a reader that went away are errors of the write, not the end of the
+    // program.
+    std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGPIPE, SIG_IGN);
+    QCoreApplication application(argc, argv);
+    const auto parsed = parseCommandLine(argc, argv);
+    if (const int* exitCode = std::get_if<int>(&parsed))
+        return *exitCode;
+    return run(std::get<ReverseOptions>(parsed));
+}

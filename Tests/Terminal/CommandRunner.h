@@ -1,0 +1,27 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace anadrome::testing_support {
+
+/// How one run of anadrome-cli ended.
+struct CommandResult {
+    int exitCode = -1; ///< minus the signal's number if one killed it
+    std::string out = {};
+    std::string err = {};
+};
+
+/// What surrounds a run.
+struct CommandSurroundings {
+    std::filesystem::path cache = {}; ///< the user's cache folder
+    long fileSizeLimit = -1;          ///< bytes, none if negative
+    int signalAfterProgress = 0;      ///< sent once the first progress line has come
+};
+
+/// Runs anadrome-cli and waits for it.
+CommandResult runCli(const std::vector<std::string>& arguments, const CommandSurroundings& surroundings);
+
+} // namespace anadrome::testing_support

@@ -1,0 +1,240 @@
+#include "CommandRunner.h"
+#include "Tests/Support/ClipMaker.h"
+#include "Tests/Support/MovieReader.h"
+#include "Tests/Support/ScratchFolder.h"
+
+#include <csignal>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+namespace anadrome {
+
+using namespace testing_support;
+namespace fs = std::filesystem;
+
+namespace {
+
+class ReverseCommandTest : public ::testing::Test {
+protected:
+    ReverseCommandTest() {
+        fs::create_directory(out());
+        m_surroundings.cache = m_folder.path() / "cache";
+    }
+
+    fs::path out() const { return m_folder.path() / "out"; }
+    std::string clip(const std::string& name,
+                     const ClipOptions& options = {.width = 160, .height = 96}) const {
+        makeClip(m_folder.file(name), options);
+        return m_folder.file(name);
+    }
+    CommandResult run(const std::vector<std::string>& arguments) const {
+        return runCli(arguments, m_surroundings);
+    }
+
+    /// Neither the output folder nor the cache holds anything that shouldn't be there.
+    void expectNoLeftovers(std::size_t movies = 0) const {
+        EXPECT_EQ(std::distance(fs::directory_iterator(out()), {}), static_cast<std::ptrdiff_t>(movies));
+        const fs::path base = m_surroundings.cache / "anadrome";
+        if (!fs::exists(base))
+            return;
+        for (const auto& entry : fs::directory_iterator(base))
+            EXPECT_EQ(entry.path().filename(), "sweep.lock");
+    }
+
+    ScratchFolder m_folder;
+    CommandSurroundings m_surroundings;
+};
+
+std::vector<int> numbers(const std::string& movie) {
+    std::vector<int> numbers;
+    for (const auto& number : readMovie(movie).video.at(0).numbers())
+        numbers.push_back(number.value_or(-1));
+    return numbers;
+}
+
+std::vector<nlohmann::json> jsonLines(const std::string& text) {
+    std::vector<nlohmann::json> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(nlohmann::json::parse(line));
+    return lines;
+}
+
+} // namespace
+
+TEST_F(ReverseCommandTest, WritesTheMovieInTheContainerOfItsNameOrOfTheOption) {
+    const std::string source = clip("clip.mp4", {.width = 160, .height = 96, .frames = 5});
+    const struct {
+        const char* movie;
+        std::vector<std::string> options;
+        const char* brand;
+    } rows[] = {{"a.mov", {}, "qt  "}, {"b.MP4", {}, "isom"}, {"c.bin", {"--file-type", "mp4"}, "isom"}};
+    for (const auto& row : rows) {
+        const std::string movie = out() / row.movie;
+        std::vector<std::string> arguments{"reverse", source, "-o", movie};
+        arguments.insert(arguments.end(), row.options.begin(), row.options.end());
+        const CommandResult result = run(arguments);
+        EXPECT_EQ(result.exitCode, 0) << result.err;
+        EXPECT_EQ(result.err, "");
+        EXPECT_EQ(readMovieHeaders(movie).metadata.at("major_brand"), row.brand);
+        EXPECT_EQ(numbers(movie), (std::vector<int>{4, 3, 2, 1, 0}));
+    }
+    expectNoLeftovers(3);
+}
+
+TEST_F(ReverseCommandTest, RefusesAnExistingMovieUnlessForced) {
+    const std::string source = clip("clip.mp4", {.width = 160, .height = 96, .frames = 3});
+    const std::string movie = out() / "movie.mov";
+    std::ofstream(movie) << "precious";
+    const CommandResult refused = run({"reverse", source, "-o", movie});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_NE(refused.err.find("--force"), std::string::npos);
+    EXPECT_EQ(fs::file_size(movie), 8U);
+    EXPECT_EQ(run({"reverse", source, "-o", movie, "--force", "--quiet"}).out, "");
+    EXPECT_EQ(numbers(movie).size(), 3U);
+    EXPECT_EQ(run({"reverse", movie, "-o", movie, "--force"}).exitCode, 0) << "onto itself";
+    EXPECT_EQ(numbers(movie), (std::vector<int>{0, 1, 2}));
+    expectNoLeftovers(1);
+}
+
+TEST_F(ReverseCommandTest, JsonLinesTellProgressAndResult) {
+    const std::string source = clip("clip.mp4", {.width = 160, .height = 96, .frames = 40});
+    const std::string movie = out() / "movie.mov";
+    const CommandResult result = run({"reverse", source, "-o", movie, "--json"});
+    ASSERT_EQ(result.exitCode, 0);
+    const auto lines = jsonLines(result.out);
+    ASSERT_GE(lines.size(), 2U);
+    double last = 0;
+    for (std::size_t i = 0; i + 1 < lines.size(); ++i) {
+        EXPECT_EQ(lines[i].at("event"), "progress");
+        EXPECT_GE(lines[i].at("fraction").get<double>(), last);
+        last = lines[i].at("fraction");
+    }
+    EXPECT_EQ(lines.back(),
+              (nlohmann::json{{"event", "result"}, {"success", true}, {"output", movie}, {"frames", 40}}));
+
+    const auto failure = jsonLines(run({"reverse", "/nowhere", "-o", out() / "no.mov", "--json"}).out);
+    EXPECT_EQ(failure.back().at("success"), false);
+    EXPECT_EQ(failure.back().at("message"), "Reverse: Failed to init reader");
+}
+
+TEST_F(ReverseCommandTest, BadInputEndsWithItsMessageAloneAndLeavesNothing) {
+    std::ofstream(m_folder.file("empty.mp4"));
+    std::ofstream(m_folder.file("text.mp4")) << "this is no movie\n";
+    const std::string good = clip("good.mp4");
+    std::ofstream(out() / "file");
+    const struct {
+        std::string clip;
+        std::string movie;
+        std::string message;
+    } rows[] = {
+        {"missing.mp4", "a.mov", "Reverse: Failed to init reader\n"},
+        {".", "a.mov", "Reverse: Failed to init reader\n"},
+        {"empty.mp4", "a.mov", "Reverse: Failed to init reader\n"},
+        {"text.mp4", "a.mov", "Reverse: Failed to init reader\n"},
+        {"good.mp4", "missing/a.mov", "No such file or directory\n"},
+        {"good.mp4", "file/a.mov", "Not a directory\n"},
+        {"good.mp4", "../out", "Is a directory\n"},
+    };
+    for (const auto& row : rows) {
+        const CommandResult result =
+            run({"reverse", m_folder.file(row.clip), "-o", out() / row.movie, "--file-type", "mov"});
+        EXPECT_EQ(result.exitCode, 1) << row.clip;
+        EXPECT_TRUE(result.err.ends_with(row.message)) << result.err;
+        EXPECT_EQ(std::ranges::count(result.err, '\n'), 1) << result.err;
+    }
+    expectNoLeftovers(1);
+}
+
+TEST_F(ReverseCommandTest, TruncatedCopiesEndWellOrWithAMessageAtEveryLength) {
+    for (const bool fragmented : {false, true}) {
+        const std::string source = clip("whole.mp4", {.width = 160,
+                                                      .height = 96,
+                                                      .frames = 30,
+                                                      .gop = 5,
+                                                      .audioCodec = "aac",
+                                                      .fragmented = fragmented});
+        const std::uintmax_t size = fs::file_size(source);
+        for (int part = 1; part < 12; ++part) {
+            const std::string copy = m_folder.file("copy.mp4");
+            fs::copy_file(source, copy, fs::copy_options::overwrite_existing);
+            fs::resize_file(copy, size * static_cast<std::uintmax_t>(part) / 12);
+            const fs::path movie = out() / "movie.mov";
+            const CommandResult result = run({"reverse", copy, "-o", movie});
+            EXPECT_TRUE(result.exitCode == 0 || result.exitCode == 1) << result.exitCode;
+            EXPECT_EQ(fs::exists(movie) && !numbers(movie).empty(), result.exitCode == 0);
+            EXPECT_EQ(result.err.empty(), result.exitCode == 0);
+            fs::remove(movie);
+            expectNoLeftovers();
+        }
+    }
+}
+
+TEST_F(ReverseCommandTest, AFullDiskIsAClearErrorWhereverItHappens) {
+    // A limit on the size of any one file fails the write that goes beyond it, as a full disk would: first
+    // the raw frames, then only the movie.
+    const std::string source =
+        clip("clip.mp4",
+             {.width = 320, .height = 240, .frames = 90, .detail = Detail::Rich, .bitRate = 4'000'000});
+    const struct {
+        long limit;
+        const char* message;
+    } rows[] = {{50'000, "Raw frames can't be kept in "},
+                {200'000, "There is not enough space on the disk."}};
+    for (const auto& row : rows) {
+        m_surroundings.fileSizeLimit = row.limit;
+        const CommandResult result = run({"reverse", source, "-o", out() / "movie.mov"});
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_NE(result.err.find(row.message), std::string::npos) << result.err;
+        expectNoLeftovers();
+    }
+}
+
+TEST_F(ReverseCommandTest, AnInterruptSweepsEverythingAndSaysSoByItsExitCode) {
+    const std::string source = clip("long.mp4", {.width = 640, .height = 480, .frames = 600});
+    for (const auto& [signal, exitCode] : {std::pair(SIGINT, 130), std::pair(SIGTERM, 143)}) {
+        m_surroundings.signalAfterProgress = signal;
+        EXPECT_EQ(run({"reverse", source, "-o", out() / "movie.mov", "--json"}).exitCode, exitCode);
+        expectNoLeftovers();
+    }
+}
+
+TEST_F(ReverseCommandTest, WhatAKilledRunLeftIsGoneAfterTheNextStart) {
+    const std::string source = clip("long.mp4", {.width = 640, .height = 480, .frames = 600});
+    m_surroundings.signalAfterProgress = SIGKILL;
+    EXPECT_EQ(run({"reverse", source, "-o", out() / "movie.mov", "--json"}).exitCode, -SIGKILL);
+    m_surroundings.signalAfterProgress = 0;
+    const std::string shortClip = clip("short.mp4", {.width = 160, .height = 96, .frames = 2});
+    EXPECT_EQ(run({"reverse", shortClip, "-o", out() / "short.mov"}).exitCode, 0);
+    const fs::path base = m_surroundings.cache / "anadrome";
+    for (const auto& entry : fs::directory_iterator(base))
+        EXPECT_EQ(entry.path().filename(), "sweep.lock");
+}
+
+TEST_F(ReverseCommandTest, WrongUseIsToldFromHelp) {
+    const struct {
+        std::vector<std::string> arguments;
+        int exitCode;
+    } rows[] = {
+        {{}, 2},
+        {{"reverse"}, 2},
+        {{"reverse", "a.mp4"}, 2},
+        {{"reverse", "a.mp4", "-o", "b.avi"}, 2},
+        {{"reverse", "a.mp4", "-o", "b.mov", "--file-type", "avi"}, 2},
+        {{"reverse", "a.mp4", "-o", "b.mov", "--no-such-option"}, 2},
+        {{"play", "a.mp4"}, 2},
+        {{"--help"}, 0},
+        {{"reverse", "--help"}, 0},
+        {{"--version"}, 0},
+    };
+    for (const auto& row : rows) {
+        const CommandResult result = run(row.arguments);
+        EXPECT_EQ(result.exitCode, row.exitCode) << result.err;
+        EXPECT_EQ(result.out.empty(), row.exitCode != 0);
+        EXPECT_EQ(result.err.empty(), row.exitCode == 0);
+    }
+}
+
+} // namespace anadrome
