@@ -1,0 +1,93 @@
+#include "CommandRunner.h"
+#include "Tests/Support/MovieReader.h"
+#include "Tests/Support/ReversedPsnr.h"
+#include "Tests/Support/ScratchFolder.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <gtest/gtest.h>
+
+namespace anadrome {
+
+using namespace testing_support;
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Real clips aren't part of the project: $ANADROME_MEDIA names a folder of them, or they lie beside the
+/// checkout.
+fs::path mediaFolder() {
+    const char* told = std::getenv("ANADROME_MEDIA");
+    return told ? fs::path(told) : fs::path(ANADROME_SOURCE_DIR) / ".." / "shared" / "media";
+}
+
+std::vector<fs::path> realClips() {
+    std::vector<fs::path> clips;
+    std::error_code none;
+    for (const auto& entry : fs::directory_iterator(mediaFolder(), none))
+        if (entry.path().extension() == ".mp4" || entry.path().extension() == ".mov")
+            clips.push_back(entry.path());
+    std::ranges::sort(clips);
+    return clips;
+}
+
+bool isLong(const fs::path& clip) {
+    try {
+        return readMovieHeaders(clip).durationSeconds > 60;
+    } catch (const std::runtime_error&) {
+        return false;
+    }
+}
+
+/// The terms of the display matrix that turn the picture; files carry wrong translations.
+std::array<std::int32_t, 4> turnOf(const VideoFacts& video) {
+    if (!video.displayMatrix)
+        return {1 << 16, 0, 0, 1 << 16};
+    const DisplayMatrix& m = *video.displayMatrix;
+    return {m[0], m[1], m[3], m[4]};
+}
+
+void expectMirrored(const std::string& source, const std::string& output) {
+    const MovieFacts in = readMovie(source);
+    const MovieFacts out = readMovie(output);
+    const VideoFacts& before = in.video.at(0);
+    const VideoFacts& after = out.video.at(0);
+    ASSERT_EQ(after.frames.size(), before.frames.size());
+    for (std::size_t i = 0; i < after.frames.size(); ++i)
+        ASSERT_NEAR(after.frames[i].seconds, before.frames[i].seconds, 1e-5) << i;
+    EXPECT_EQ(after.codecTag, "hvc1");
+    EXPECT_EQ(turnOf(after), turnOf(before));
+    EXPECT_EQ(after.decodeErrors, 0);
+    for (std::size_t i = 0; i < after.frames.size(); ++i)
+        ASSERT_NEAR(after.frames[i].meanLuma, before.frames[before.frames.size() - 1 - i].meanLuma, 1.0) << i;
+    EXPECT_GT(reversedPsnr(source, output).value_or(100), 28) << "compared where sizes are the same";
+}
+
+} // namespace
+
+TEST(RealClips, EachReversesFrameByFrameOrEndsWithAMessage) {
+    if (realClips().empty())
+        GTEST_SKIP() << "no clips in " << mediaFolder();
+    const ScratchFolder folder;
+    int reversed = 0;
+    for (const fs::path& clip : realClips()) {
+        if (isLong(clip))
+            continue;
+        SCOPED_TRACE(clip.filename().string());
+        const std::string movie = folder.file("movie.mov");
+        const CommandResult result =
+            runCli({"reverse", clip, "-o", movie, "--force"}, {.cache = folder.path() / "cache"});
+        if (result.exitCode == 0) {
+            ++reversed;
+            expectMirrored(clip, movie);
+        } else {
+            EXPECT_EQ(result.exitCode, 1);
+            EXPECT_TRUE(result.err.starts_with("Reverse: ") || result.err.starts_with("Failed to "))
+                << result.err;
+        }
+    }
+    EXPECT_GT(reversed, 0);
+}
+
+} // namespace anadrome
