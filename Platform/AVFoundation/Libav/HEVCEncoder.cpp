@@ -17,9 +17,10 @@ namespace anadrome::libav {
 
 namespace {
 
-/// Where the encoder's speed is traded for its quality. Chosen by measurement:
-/// docs/decisions/0004-encoder-settings.md.
+/// Where the encoder's speed and memory are traded for its quality: docs/decisions/0004-encoder-settings.md tells how
+/// they were chosen.
 constexpr const char* x265Preset = "superfast";
+constexpr const char* x265Tuning = "rc-lookahead=5:aq-mode=2:aq-strength=1:sao=1:open-gop=0:info=0";
 
 constexpr double defaultBitRate = 10'000'000;
 constexpr double defaultFrameRate = 30;
@@ -53,7 +54,7 @@ double HEVCEncoder::frameRate() const {
 }
 
 std::string HEVCEncoder::encoderOptions(const CVPixelBufferRef& first) const {
-    std::string options = "log-level=none:info=0:open-gop=0";
+    std::string options = std::string(x265Tuning) + ":log-level=none";
     const PictureForm form = targetForm();
     // The encoder refuses pictures smaller than a coding tree unit, and its look at how blocks are inherited
     // writes beyond its tables for pictures narrower than 64 pixels.

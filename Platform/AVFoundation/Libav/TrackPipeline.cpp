@@ -5,6 +5,8 @@
 #include "Platform/AVFoundation/Libav/SoundReader.h"
 #include "Platform/Dispatch/DispatchQueue.h"
 
+#include <malloc.h>
+
 namespace anadrome::libav {
 
 namespace {
@@ -22,20 +24,21 @@ Result<std::shared_ptr<TrackPipeline>> TrackPipeline::start(const AVAssetTrackRe
     auto decoder = std::make_shared<Decoder>(std::move(*opened));
     const bool video = track->mediaType() == AVMediaTypeVideo;
     std::shared_ptr<TrackPipeline> pipeline(new TrackPipeline(video ? picturesAhead : soundBuffersAhead));
-    DispatchQueue::global(QualityOfService::userInitiated).async([pipeline, decoder, track, form, video] {
-        if (video) {
-            PictureReader reader(track->formatDescriptions().front(), form.pixelFormat);
-            pipeline->run(*decoder, reader);
-        } else {
-            SoundReader reader;
-            pipeline->run(*decoder, reader);
-        }
+    DispatchQueue::global(QualityOfService::userInitiated).async([pipeline, decoder, track, form, video]() mutable {
+        if (video)
+            pipeline->run(*decoder, PictureReader(track->formatDescriptions().front(), form.pixelFormat));
+        else
+            pipeline->run(*decoder, SoundReader());
+        // The decoder's pictures leave tens of megabytes free but scattered, and the encoder that comes next would
+        // add its own to them.
+        decoder.reset();
+        ::malloc_trim(0);
     });
     return pipeline;
 }
 
 template <typename Converter>
-void TrackPipeline::run(Decoder& decoder, Converter& converter) {
+void TrackPipeline::run(Decoder& decoder, Converter converter) {
     const Owned<AVFrame> frame = makeFrame();
     const auto deliver = [this](CMSampleBufferRef sample) { return m_ready.push(std::move(sample)); };
     bool wanted = true;

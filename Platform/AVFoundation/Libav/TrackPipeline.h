@@ -11,6 +11,8 @@
 
 namespace anadrome::libav {
 
+class Decoder;
+
 /// What decoded samples are turned into: this pixel format for video, 16-bit interleaved integers for sound.
 struct DecodedForm {
     OSType pixelFormat = 0;
@@ -35,7 +37,7 @@ private:
     explicit TrackPipeline(std::size_t ahead) : m_ready(ahead) {}
 
     template <typename Converter>
-    void run(class Decoder& decoder, Converter& converter);
+    void run(Decoder& decoder, Converter converter);
 
     BoundedQueue<CMSampleBufferRef> m_ready;
     mutable std::mutex m_mutex;
