@@ -1,6 +1,7 @@
 #include "Models/PixelBufferMetadata.h"
 
 #include <nlohmann/json.hpp>
+#include <utility>
 
 namespace anadrome {
 
@@ -23,8 +24,8 @@ std::optional<std::string> decodeIfPresent(const Json& json, const char* key) {
 template <typename Integer>
 Integer decodeInteger(const Json& json, const char* key) {
     const Json& value = json.at(key);
-    if (!value.is_number_integer())
-        throw Json::type_error::create(302, "no integer", &value);
+    if (!value.is_number_integer() || !std::in_range<Integer>(value.get<std::int64_t>()))
+        throw Json::type_error::create(302, "no integer of this size", &value);
     return value.get<Integer>();
 }
 

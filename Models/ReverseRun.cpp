@@ -150,7 +150,7 @@ std::optional<std::string> ReverseRun::configure() {
                           {kCVPixelBufferIOSurfacePropertiesKey, Dictionary{}}};
     if (m_isHDR)
         attributes.emplace(kCVPixelBufferMetalCompatibilityKey, true);
-    m_adaptor = std::make_unique<AVAssetWriterInputPixelBufferAdaptor>(m_videoInput, std::move(attributes));
+    m_adaptor = std::make_unique<AVAssetWriterInputPixelBufferAdaptor>(m_videoInput, attributes);
     return std::nullopt;
 }
 

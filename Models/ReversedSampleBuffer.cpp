@@ -22,7 +22,8 @@ CMSampleBufferRef reversedSampleBuffer(const CMSampleBufferRef& buffer,
     std::ranges::reverse(words);
     if (!block)
         fatalError("reversedSampleBuffer: sound without a block buffer");
-    if (CMBlockBufferReplaceDataBytes(words.data(), block, 0, words.size() * 2) != kCMBlockBufferNoErr)
+    if (!words.empty() &&
+        CMBlockBufferReplaceDataBytes(words.data(), block, 0, words.size() * 2) != kCMBlockBufferNoErr)
         return nullptr;
 
     CMSampleBufferRef reversed;

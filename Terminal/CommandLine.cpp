@@ -25,7 +25,7 @@ AVFileType typeByExtension(const std::string& movie) {
     return known->second;
 }
 
-void describe(CLI::App& program, ReverseOptions& options, CLI::Option*& fileType) {
+void describe(CLI::App& program, ReverseOptions& options, std::string& fileType) {
     program.name("anadrome-cli");
     program.set_version_flag("--version", "anadrome-cli " ANADROME_VERSION, "Print the version and exit");
     program.set_help_flag("-h,--help", "Print this help and exit");
@@ -36,11 +36,9 @@ void describe(CLI::App& program, ReverseOptions& options, CLI::Option*& fileType
     reverse->set_help_flag("-h,--help", "Print this help and exit");
     reverse->add_option("CLIP", options.clip, "The clip to reverse")->required();
     reverse->add_option("-o,--output", options.movie, "The movie to write")->required()->type_name("MOVIE");
-    fileType =
-        reverse
-            ->add_option("--file-type", options.fileType, "The movie's container; by default its extension")
-            ->transform(CLI::CheckedTransformer(fileTypes, CLI::ignore_case).description(""))
-            ->type_name("mov|mp4");
+    reverse->add_option("--file-type", fileType, "The movie's container; by default its extension")
+        ->check(CLI::IsMember(fileTypes).description(""))
+        ->type_name("mov|mp4");
     reverse->add_flag("-f,--force", options.force, "Replace MOVIE if it exists");
     reverse->add_flag("--json", options.json, "Print progress and result as one JSON object a line");
     reverse->add_flag("-q,--quiet", options.quiet, "Print nothing but errors");
@@ -52,13 +50,12 @@ void describe(CLI::App& program, ReverseOptions& options, CLI::Option*& fileType
 
 std::variant<ReverseOptions, int> parseCommandLine(int argc, char** argv) {
     ReverseOptions options;
-    CLI::Option* fileType = nullptr;
+    std::string fileType;
     CLI::App program("Makes movies that play backwards.");
     describe(program, options, fileType);
     try {
         program.parse(argc, argv);
-        if (fileType->empty())
-            options.fileType = typeByExtension(options.movie);
+        options.fileType = fileType.empty() ? typeByExtension(options.movie) : fileTypes.at(fileType);
     } catch (const CLI::ParseError& outcome) {
         return program.exit(outcome, std::cout, std::cerr) == 0 ? ExitCode::done : ExitCode::wrongUse;
     }

@@ -26,9 +26,16 @@ private:
         sigset_t signals;
         sigemptyset(&signals);
         for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-            sigaddset(&signals, signal);
+            if (!isIgnored(signal))
+                sigaddset(&signals, signal);
         pthread_sigmask(SIG_BLOCK, &signals, nullptr);
         return ::signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
+    }
+
+    /// As for a run under nohup, or in the background of a script: whoever started it wants it to go on.
+    static bool isIgnored(int signal) {
+        struct sigaction current {};
+        return ::sigaction(signal, nullptr, &current) == 0 && current.sa_handler == SIG_IGN;
     }
 
     void deliver() {

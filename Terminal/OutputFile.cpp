@@ -1,12 +1,12 @@
 #include "Terminal/OutputFile.h"
 
-#include "Platform/Foundation/NSFileManager.h"
 #include "Platform/Foundation/NSProcessInfo.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace anadrome::terminal {
@@ -14,8 +14,8 @@ namespace anadrome::terminal {
 namespace {
 
 URL hiddenNameBeside(const URL& url) {
-    return url.deletingLastPathComponent().appendingPathComponent(
-        "." + NSProcessInfo::processInfo().globallyUniqueString() + ".part");
+    const std::string name = '.' + NSProcessInfo::processInfo().globallyUniqueString() + ".part";
+    return url.deletingLastPathComponent().appendingPathComponent(name);
 }
 
 std::string systemMessage(const std::string& path, int error) {
@@ -48,17 +48,25 @@ OutputFile::~OutputFile() {
 }
 
 std::optional<std::string> OutputFile::obstacle() const {
+    if (std::optional<std::string> message = obstacleInPlace())
+        return message;
     const std::string folder = m_final.deletingLastPathComponent().path();
-    bool isDirectory = false;
-    const bool exists = NSFileManager::defaultManager().fileExistsAtPath(m_final.path(), &isDirectory);
-    if (exists && isDirectory)
+    return ::access(folder.c_str(), W_OK | X_OK) == 0 ? std::nullopt
+                                                      : std::optional(systemMessage(folder, errno));
+}
+
+/// What stands at the movie's place may be replaced only if it is a plain file: not a link, and not a device
+/// that happens to have a name.
+std::optional<std::string> OutputFile::obstacleInPlace() const {
+    struct stat status {};
+    if (::lstat(m_final.path().c_str(), &status) != 0)
+        return errno == ENOENT ? std::nullopt : std::optional(systemMessage(m_final.path(), errno));
+    if (S_ISDIR(status.st_mode))
         return systemMessage(m_final.path(), EISDIR);
-    if (exists && !m_replaceExisting)
+    if (!S_ISREG(status.st_mode))
+        return m_final.path() + ": is no plain file";
+    if (!m_replaceExisting)
         return m_final.path() + ": exists already; --force replaces it";
-    if (NSFileManager::defaultManager().fileExistsAtPath(folder, &isDirectory) && !isDirectory)
-        return systemMessage(folder, ENOTDIR);
-    if (::access(folder.c_str(), W_OK | X_OK) != 0)
-        return systemMessage(folder, errno);
     return std::nullopt;
 }
 

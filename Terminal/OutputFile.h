@@ -27,6 +27,8 @@ public:
     std::optional<std::string> putInPlace();
 
 private:
+    std::optional<std::string> obstacleInPlace() const;
+
     const URL m_final;
     const URL m_partial;
     const bool m_replaceExisting;

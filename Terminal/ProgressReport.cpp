@@ -1,8 +1,9 @@
 #include "Terminal/ProgressReport.h"
 
+#include "Terminal/JsonLine.h"
+
 #include <algorithm>
 #include <cstdio>
-#include <iostream>
 #include <nlohmann/json.hpp>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -62,7 +63,7 @@ void ProgressReport::printLine() const {
     line["secondsLeft"] = nullptr;
     if (const auto left = m_timeLeft.estimate())
         line["secondsLeft"] = left->count();
-    std::cout << line.dump() << std::endl;
+    printJsonLine(line);
 }
 
 void ProgressReport::clear() {

@@ -5,6 +5,7 @@
 #include "Platform/Foundation/TemporaryDirectory.h"
 #include "Terminal/DiskSpace.h"
 #include "Terminal/ExitCode.h"
+#include "Terminal/JsonLine.h"
 #include "Views/Common/ViewHelper.h"
 
 #include <iostream>
@@ -101,20 +102,15 @@ std::optional<std::string> ReverseCommand::check(std::int64_t frames) const {
 
 int ReverseCommand::reportFailure(const std::string& message) {
     if (m_options.json)
-        std::cout << nlohmann::json{{"event", "result"}, {"success", false}, {"message", message}}.dump()
-                  << std::endl;
+        printJsonLine({{"event", "result"}, {"success", false}, {"message", message}});
     std::cerr << message << std::endl;
     return ExitCode::jobFailed;
 }
 
 int ReverseCommand::reportSuccess(std::int64_t frames) {
     if (m_options.json)
-        std::cout << nlohmann::json{{"event", "result"},
-                                    {"success", true},
-                                    {"output", m_output.url().path()},
-                                    {"frames", frames}}
-                         .dump()
-                  << std::endl;
+        printJsonLine(
+            {{"event", "result"}, {"success", true}, {"output", m_output.url().path()}, {"frames", frames}});
     else if (!m_options.quiet)
         std::cout << m_options.movie << ": " << frames << (frames == 1 ? " frame" : " frames")
                   << ", backwards" << std::endl;

@@ -14,19 +14,22 @@ namespace anadrome {
 
 namespace {
 
-bool isPositive(const Dictionary& settings, const char* key) {
-    return findNumber(settings, key).value_or(0) >= 1;
+// The encoder's smallest coding block.
+constexpr double smallestSide = 15.5;
+
+bool isAtLeast(double least, const Dictionary& settings, const char* key) {
+    return findNumber(settings, key).value_or(0) >= least;
 }
 
 bool canEncodeVideo(const Dictionary& settings) {
     const std::string* codec = findString(settings, AVVideoCodecKey);
-    return codec && *codec == AVVideoCodecTypeHEVC && isPositive(settings, AVVideoWidthKey) &&
-           isPositive(settings, AVVideoHeightKey);
+    return codec && *codec == AVVideoCodecTypeHEVC && isAtLeast(smallestSide, settings, AVVideoWidthKey) &&
+           isAtLeast(smallestSide, settings, AVVideoHeightKey);
 }
 
 bool canEncodeAudio(const Dictionary& settings) {
     return findNumber(settings, AVFormatIDKey) == double{kAudioFormatMPEG4AAC} &&
-           isPositive(settings, AVSampleRateKey) && isPositive(settings, AVNumberOfChannelsKey);
+           isAtLeast(1, settings, AVSampleRateKey) && isAtLeast(1, settings, AVNumberOfChannelsKey);
 }
 
 void expectStatus(AVAssetWriterStatus status, AVAssetWriterStatus expected) {

@@ -11,8 +11,8 @@ class AVAssetWriterInputPixelBufferAdaptor {
 public:
     /// The attributes describe the buffers to come. Any buffer of a supported format is taken all the same,
     /// and scaled to the input's size where it has another.
-    AVAssetWriterInputPixelBufferAdaptor(std::shared_ptr<AVAssetWriterInput> input, Dictionary attributes)
-        : m_input(std::move(input)), m_attributes(std::move(attributes)) {}
+    AVAssetWriterInputPixelBufferAdaptor(std::shared_ptr<AVAssetWriterInput> input, const Dictionary&)
+        : m_input(std::move(input)) {}
 
     /// False if the writer isn't writing, or the time isn't numeric or not above the last one; those times
     /// also fail the writer. The buffer must not change any more.
@@ -20,11 +20,8 @@ public:
         return m_input->append(std::move(pixels), presentationTime);
     }
 
-    const Dictionary& sourcePixelBufferAttributes() const { return m_attributes; }
-
 private:
     std::shared_ptr<AVAssetWriterInput> m_input;
-    Dictionary m_attributes;
 };
 
 } // namespace anadrome

@@ -1,5 +1,7 @@
 #include "Platform/CoreVideo/CVPixelBuffer.h"
 
+#include "Platform/CoreVideo/PixelMemory.h"
+
 #include <array>
 #include <atomic>
 #include <limits>
@@ -29,11 +31,6 @@ struct Layout {
     std::array<Plane, 2> planes;
     std::size_t totalBytes = 0;
 };
-
-struct Free {
-    void operator()(std::byte* memory) const { ::operator delete(memory, memoryAlignment); }
-};
-using Memory = std::unique_ptr<std::byte, Free>;
 
 /// Preconditions: both sides fit into 31 bits, and a pixel has few bytes, so that nothing overflows but the
 /// plane.
@@ -71,7 +68,8 @@ public:
         CVAttachmentMode mode;
     };
 
-    CVPixelBuffer(std::size_t width, std::size_t height, OSType format, const Layout& layout, Memory memory)
+    CVPixelBuffer(std::size_t width, std::size_t height, OSType format, const Layout& layout,
+                  PixelMemory memory)
         : width(width), height(height), format(format), layout(layout), memory(std::move(memory)) {}
 
     const Plane* plane(std::size_t index) const {
@@ -83,7 +81,7 @@ public:
     const std::size_t height;
     const OSType format;
     const Layout layout;
-    const Memory memory;
+    const PixelMemory memory;
     std::atomic<std::uint32_t> locks = 0;
     std::mutex attachmentsMutex;
     std::map<std::string, Attachment> attachments;
@@ -112,7 +110,7 @@ CVReturn CVPixelBufferCreate(std::size_t width, std::size_t height, OSType pixel
     }
     if (!layout)
         return kCVReturnInvalidSize;
-    Memory memory(static_cast<std::byte*>(::operator new(layout->totalBytes, memoryAlignment, std::nothrow)));
+    PixelMemory memory = PixelMemory::allocate(layout->totalBytes);
     if (!memory)
         return kCVReturnAllocationFailed;
     *out = std::make_shared<CVPixelBuffer>(width, height, pixelFormat, *layout, std::move(memory));

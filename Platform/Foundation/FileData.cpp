@@ -116,32 +116,20 @@ Result<NSData> readData(const URL& url) {
 }
 
 Result<FileReader> FileReader::open(const URL& url) {
-    const int descriptor = ::open(url.path().c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0)
+    FileDescriptor file(::open(url.path().c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file)
         return fileError(FileAction::read, errno, url.path());
-    return FileReader(descriptor);
-}
-
-FileReader::FileReader(FileReader&& other) noexcept : m_descriptor(std::exchange(other.m_descriptor, -1)) {}
-
-FileReader& FileReader::operator=(FileReader&& other) noexcept {
-    std::swap(m_descriptor, other.m_descriptor);
-    return *this;
-}
-
-FileReader::~FileReader() {
-    if (m_descriptor >= 0)
-        ::close(m_descriptor);
+    return FileReader(std::move(file));
 }
 
 std::size_t FileReader::size() const {
     struct stat status {};
-    return ::fstat(m_descriptor, &status) == 0 ? static_cast<std::size_t>(status.st_size) : 0;
+    return ::fstat(m_file.get(), &status) == 0 ? static_cast<std::size_t>(status.st_size) : 0;
 }
 
 bool FileReader::read(std::span<const std::span<std::byte>> pieces) {
     std::vector<iovec> vectors = vectorsOf(pieces);
-    return transferAll(::readv, m_descriptor, vectors) == 0;
+    return transferAll(::readv, m_file.get(), vectors) == 0;
 }
 
 } // namespace anadrome

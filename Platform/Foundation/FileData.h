@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/FileDescriptor.h"
 #include "Platform/Foundation/NSDictionary.h"
 #include "Platform/Foundation/Result.h"
 #include "Platform/Foundation/URL.h"
@@ -22,9 +23,6 @@ Result<NSData> readData(const URL& url);
 class FileReader {
 public:
     static Result<FileReader> open(const URL& url);
-    FileReader(FileReader&& other) noexcept;
-    FileReader& operator=(FileReader&& other) noexcept;
-    ~FileReader();
 
     /// Bytes in the file; 0 if that can't be told.
     std::size_t size() const;
@@ -34,9 +32,9 @@ public:
     bool read(std::span<const std::span<std::byte>> pieces);
 
 private:
-    explicit FileReader(int descriptor) : m_descriptor(descriptor) {}
+    explicit FileReader(FileDescriptor file) : m_file(std::move(file)) {}
 
-    int m_descriptor = -1;
+    FileDescriptor m_file;
 };
 
 } // namespace anadrome

@@ -35,6 +35,18 @@ protected:
         return m_folder.file(name);
     }
 
+    /// A clip whose index is whole and whose pictures are nothing but zeros.
+    std::string clipWithBlankMedia(const std::string& name) {
+        const std::string path = clip(name, {.frames = 5});
+        std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
+        std::string content((std::istreambuf_iterator<char>(file)), {});
+        const std::size_t media = content.find("mdat") + 4;
+        const std::size_t index = content.find("moov") - 4;
+        file.seekp(static_cast<std::streamoff>(media));
+        file << std::string(index - media, '\0');
+        return path;
+    }
+
     Outcome reverse(const std::string& path, AVFileType fileType = AVFileTypeQuickTimeMovie,
                     bool isReverseOnly = true) {
         Outcome outcome;
@@ -89,6 +101,7 @@ TEST_F(ReverseVideoTest, EveryFrameStandsAtTheMirroredPlaceAndTime) {
         {"uneven.mp4", {.width = 160, .height = 96, .frames = 20, .frameTicks = {20, 7, 41}}},
         {"late.mp4", {.width = 160, .height = 96, .frames = 12, .startSeconds = 10}},
         {"one.mp4", {.width = 160, .height = 96, .frames = 1}},
+        {"two.mp4", {.width = 160, .height = 96, .frames = 2}},
         {"turned.mp4", {.width = 160, .height = 96, .frames = 6, .orientation = Orientation::Rotate270}},
         {"mirrored.mov", {.width = 160, .height = 96, .frames = 6, .orientation = Orientation::Transverse}},
         {"small.mp4", {.width = 64, .height = 48, .frames = 10}},
@@ -177,6 +190,18 @@ TEST_F(ReverseVideoTest, SoundRunsBackwardsWithItsChannelsSwapped) {
     EXPECT_NEAR(level(sound, 0, 0, 0.03).value_or(-200), -9, 2);
 }
 
+TEST_F(ReverseVideoTest, SoundStartsWithThePictureAlsoWhenThatStartsLate) {
+    const Outcome outcome = reverse(
+        clip("late.mov", {.frames = 60, .startSeconds = 5, .audioCodec = "pcm_s16le", .audioRate = 44100}));
+    ASSERT_TRUE(outcome.success);
+    const MovieFacts movie = readMovie(outcome.path);
+    const SoundFacts& track = movie.sound.at(0);
+    EXPECT_NEAR(movie.video.at(0).startSeconds, 5, 1e-6);
+    EXPECT_NEAR(track.sound.firstSampleSeconds, 5, 0.001);
+    EXPECT_NEAR(level(track.sound, 0, 5, 0.03).value_or(-200), -9, 2) << "the encoder's padding is heard";
+    EXPECT_NEAR(dominantFrequency(track.sound, 0, 5.2, 0.6).value_or(0), toneFrequency(1, 1, 2), 4);
+}
+
 TEST_F(ReverseVideoTest, TheFirstSoundThatCanBeDecodedIsUsed) {
     ClipOptions options{
         .frames = 60, .audioCodec = "aac", .secondAudioTrack = true, .unknownFirstSound = true};
@@ -212,6 +237,7 @@ TEST_F(ReverseVideoTest, EachFailureHasItsMessage) {
         std::string path;
         std::string message;
     } rows[] = {
+        {clipWithBlankMedia("blank.mp4"), "Failed to read video buffer"},
         {m_folder.file("missing.mp4"), "Reverse: Failed to init reader"},
         {m_folder.path(), "Reverse: Failed to init reader"},
         {m_folder.file("text.mp4"), "Reverse: Failed to init reader"},

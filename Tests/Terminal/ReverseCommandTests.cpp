@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <sstream>
+#include <sys/stat.h>
 
 namespace anadrome {
 
@@ -115,6 +116,10 @@ TEST_F(ReverseCommandTest, JsonLinesTellProgressAndResult) {
     EXPECT_EQ(lines.back(),
               (nlohmann::json{{"event", "result"}, {"success", true}, {"output", movie}, {"frames", 40}}));
 
+    const std::string notUnicode = out() / "caf\xe9.mov";
+    EXPECT_EQ(jsonLines(run({"reverse", source, "-o", notUnicode, "--json"}).out).back().at("success"), true);
+    EXPECT_TRUE(fs::exists(notUnicode));
+
     const auto failure = jsonLines(run({"reverse", "/nowhere", "-o", out() / "no.mov", "--json"}).out);
     EXPECT_EQ(failure.back().at("success"), false);
     EXPECT_EQ(failure.back().at("message"), "Reverse: Failed to init reader");
@@ -125,6 +130,7 @@ TEST_F(ReverseCommandTest, BadInputEndsWithItsMessageAloneAndLeavesNothing) {
     std::ofstream(m_folder.file("text.mp4")) << "this is no movie\n";
     const std::string good = clip("good.mp4");
     std::ofstream(out() / "file");
+    ASSERT_EQ(::mkfifo((out() / "pipe").c_str(), 0600), 0);
     const struct {
         std::string clip;
         std::string movie;
@@ -137,15 +143,18 @@ TEST_F(ReverseCommandTest, BadInputEndsWithItsMessageAloneAndLeavesNothing) {
         {"good.mp4", "missing/a.mov", "No such file or directory\n"},
         {"good.mp4", "file/a.mov", "Not a directory\n"},
         {"good.mp4", "../out", "Is a directory\n"},
+        {"good.mp4", "pipe", "is no plain file\n"},
+        {"out/pipe", "a.mov", "Reverse: Failed to init reader\n"},
+        {"good.mp4", std::string(300, 'n'), "File name too long\n"},
     };
     for (const auto& row : rows) {
-        const CommandResult result =
-            run({"reverse", m_folder.file(row.clip), "-o", out() / row.movie, "--file-type", "mov"});
+        const CommandResult result = run(
+            {"reverse", m_folder.file(row.clip), "-o", out() / row.movie, "--file-type", "mov", "--force"});
         EXPECT_EQ(result.exitCode, 1) << row.clip;
         EXPECT_TRUE(result.err.ends_with(row.message)) << result.err;
         EXPECT_EQ(std::ranges::count(result.err, '\n'), 1) << result.err;
     }
-    expectNoLeftovers(1);
+    expectNoLeftovers(2);
 }
 
 TEST_F(ReverseCommandTest, TruncatedCopiesEndWellOrWithAMessageAtEveryLength) {
@@ -223,6 +232,7 @@ TEST_F(ReverseCommandTest, WrongUseIsToldFromHelp) {
         {{"reverse", "a.mp4"}, 2},
         {{"reverse", "a.mp4", "-o", "b.avi"}, 2},
         {{"reverse", "a.mp4", "-o", "b.mov", "--file-type", "avi"}, 2},
+        {{"reverse", "a.mp4", "-o", "b.mov", "--file-type", "0"}, 2},
         {{"reverse", "a.mp4", "-o", "b.mov", "--no-such-option"}, 2},
         {{"play", "a.mp4"}, 2},
         {{"--help"}, 0},

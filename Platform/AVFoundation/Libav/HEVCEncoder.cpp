@@ -17,8 +17,8 @@ namespace anadrome::libav {
 
 namespace {
 
-/// Where the encoder's speed and memory are traded for its quality: docs/decisions/0004-encoder-settings.md tells how
-/// they were chosen.
+/// Where the encoder's speed and memory are traded for its quality: docs/decisions/0004-encoder-settings.md
+/// tells how they were chosen.
 constexpr const char* x265Preset = "superfast";
 constexpr const char* x265Tuning = "rc-lookahead=5:aq-mode=2:aq-strength=1:sao=1:open-gop=0:info=0";
 
@@ -124,6 +124,9 @@ PacketSink HEVCEncoder::withDurations(const PacketSink& sink) const {
         auto next = std::upper_bound(m_times.begin(), m_times.end(), packet.pts);
         if (next == m_times.end() && m_times.size() > 1)
             --next;
+        // With so few pictures nothing is reordered, and the encoder leaves their decode times undefined.
+        if (m_times.size() < 3)
+            packet.dts = packet.pts;
         packet.duration = next != m_times.begin() && next != m_times.end()
                               ? *next - *std::prev(next)
                               : std::llround(m_context->time_base.den / frameRate());

@@ -53,12 +53,13 @@ Result<InputFile> InputFile::open(const URL& url) {
     const int probed = avformat_find_stream_info(context, nullptr);
     if (probed < 0)
         return errorFrom(probed, AVErrorFileFailedToParse);
-    file.m_containerTags.resize(context->nb_streams);
     return file;
 }
 
 ColorTags InputFile::colorTags(int index) const {
-    return filled(m_containerTags[static_cast<std::size_t>(index)], tagsOf(stream(index)->codecpar));
+    const auto i = static_cast<std::size_t>(index);
+    const ColorTags containerTags = i < m_containerTags.size() ? m_containerTags[i] : ColorTags{};
+    return filled(containerTags, tagsOf(stream(index)->codecpar));
 }
 
 std::int64_t InputFile::timestampOffset(int index) const {
@@ -68,15 +69,17 @@ std::int64_t InputFile::timestampOffset(int index) const {
 }
 
 CMTime InputFile::time(int index, std::int64_t timestamp) const {
-    if (timestamp == AV_NOPTS_VALUE)
+    std::int64_t ticks = 0;
+    if (timestamp == AV_NOPTS_VALUE || __builtin_sub_overflow(timestamp, timestampOffset(index), &ticks))
         return kCMTimeInvalid;
-    return timeFrom(timestamp - timestampOffset(index), stream(index)->time_base);
+    return timeFrom(ticks, stream(index)->time_base);
 }
 
 CMTime timeFrom(std::int64_t ticks, AVRational timeBase) {
-    if (ticks == AV_NOPTS_VALUE)
+    std::int64_t value = 0;
+    if (ticks == AV_NOPTS_VALUE || __builtin_mul_overflow(ticks, timeBase.num, &value))
         return kCMTimeInvalid;
-    return CMTimeMake(ticks * timeBase.num, timeBase.den);
+    return CMTimeMake(value, timeBase.den);
 }
 
 } // namespace anadrome::libav

@@ -70,6 +70,7 @@ std::optional<NSError> MovieMuxer::begin(std::size_t track, const AVCodecContext
     begun.timeBase = encoder->time_base;
     begun.frameRate = encoder->framerate;
     begun.transform = transform;
+    begun.delay = encoder->codec_type == AVMEDIA_TYPE_AUDIO ? encoder->initial_padding : 0;
     if (const int copied = avcodec_parameters_from_context(begun.parameters.get(), encoder); copied < 0)
         return errorFrom(copied, AVErrorUnknown);
     return flush();
@@ -80,8 +81,14 @@ std::optional<NSError> MovieMuxer::write(std::size_t track, AVPacket& packet) {
     av_packet_move_ref(kept.get(), &packet);
     const std::lock_guard lock(m_mutex);
     Track& written = m_tracks[track];
-    if (written.firstDts == AV_NOPTS_VALUE)
+    if (written.firstDts == AV_NOPTS_VALUE) {
         written.firstDts = kept->dts;
+        // The container's own way to hide the encoder's delay works only for sound that starts at zero. Sound
+        // that starts later gets it by showing the first packet, which holds nothing else, at the time of the
+        // second.
+        if (kept->dts > 0 && written.delay > 0)
+            kept->pts += written.delay;
+    }
     written.firstPts = std::min(written.firstPts, kept->pts);
     written.endPts = std::max(written.endPts, kept->pts + kept->duration);
     written.packets.push_back(std::move(kept));

@@ -44,6 +44,8 @@ private:
         AVRational timeBase{0, 1};
         AVRational frameRate{0, 1};
         CGAffineTransform transform;
+        /// Samples that the encoder puts before the sound.
+        int delay = 0;
         bool ended = false;
         /// Set with the header.
         AVStream* stream = nullptr;

@@ -50,7 +50,7 @@ StreamTiming timingFromIndex(const InputFile& file, int index) {
     const std::int64_t start = stream->start_time == AV_NOPTS_VALUE ? 0 : stream->start_time;
     timing.start = file.time(index, start);
     if (stream->duration > 0)
-        timing.end = file.time(index, start + stream->duration);
+        timing.end = CMTimeAdd(timing.start, timeFrom(stream->duration, stream->time_base));
     return timing;
 }
 
@@ -63,8 +63,11 @@ void add(StreamTiming& timing, const InputFile& file, const AVPacket& packet) {
     const std::int64_t timestamp = packet.pts != AV_NOPTS_VALUE ? packet.pts : packet.dts;
     if (timestamp == AV_NOPTS_VALUE)
         return;
+    const AVRational timeBase = file.stream(packet.stream_index)->time_base;
     const CMTime start = file.time(packet.stream_index, timestamp);
-    const CMTime end = file.time(packet.stream_index, timestamp + std::max<std::int64_t>(packet.duration, 0));
+    const CMTime end = CMTimeAdd(start, timeFrom(std::max<std::int64_t>(packet.duration, 0), timeBase));
+    if (!CMTIME_IS_NUMERIC(start) || !CMTIME_IS_NUMERIC(end))
+        return;
     timing.start = CMTIME_IS_VALID(timing.start) ? CMTimeMinimum(timing.start, start) : start;
     timing.end = CMTIME_IS_VALID(timing.end) ? CMTimeMaximum(timing.end, end) : end;
 }

@@ -56,9 +56,9 @@ double framesPerSecond(const AVStream* stream, const StreamTiming& timing) {
 
 /// Headers lie, and a single picture may have no length: a track with samples gets a positive duration.
 void mendTiming(StreamTiming& timing, const AVStream* stream) {
-    if (CMTIME_IS_INVALID(timing.start))
+    if (!CMTIME_IS_NUMERIC(timing.start))
         timing.start = kCMTimeZero;
-    if (CMTIME_IS_VALID(timing.end) && CMTimeCompare(timing.end, timing.start) > 0)
+    if (CMTIME_IS_NUMERIC(timing.end) && CMTimeCompare(timing.end, timing.start) > 0)
         return;
     timing.end = timing.start;
     if (timing.sampleCount > 0 && stream->codecpar->codec_type == AVMEDIA_TYPE_VIDEO) {
@@ -125,9 +125,11 @@ Result<std::vector<AVAssetTrack::Facts>> readTrackFacts(const URL& url) {
     Result<InputFile> file = InputFile::open(url);
     if (!file)
         return file.error();
+    // Reading packets may bring up further streams; those that are in no header aren't tracks of the file.
+    const int count = file->streamCount();
     const std::vector<StreamTiming> timings = readStreamTimings(*file);
     std::vector<AVAssetTrack::Facts> tracks;
-    for (int i = 0; i < file->streamCount(); ++i) {
+    for (int i = 0; i < count; ++i) {
         if (!isPresented(file->stream(i)) || !canDecode(file->stream(i)))
             continue;
         tracks.push_back(factsOf(*file, i, timings[static_cast<std::size_t>(i)]));

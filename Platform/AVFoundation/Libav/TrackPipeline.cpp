@@ -24,16 +24,17 @@ Result<std::shared_ptr<TrackPipeline>> TrackPipeline::start(const AVAssetTrackRe
     auto decoder = std::make_shared<Decoder>(std::move(*opened));
     const bool video = track->mediaType() == AVMediaTypeVideo;
     std::shared_ptr<TrackPipeline> pipeline(new TrackPipeline(video ? picturesAhead : soundBuffersAhead));
-    DispatchQueue::global(QualityOfService::userInitiated).async([pipeline, decoder, track, form, video]() mutable {
-        if (video)
-            pipeline->run(*decoder, PictureReader(track->formatDescriptions().front(), form.pixelFormat));
-        else
-            pipeline->run(*decoder, SoundReader());
-        // The decoder's pictures leave tens of megabytes free but scattered, and the encoder that comes next would
-        // add its own to them.
-        decoder.reset();
-        ::malloc_trim(0);
-    });
+    DispatchQueue::global(QualityOfService::userInitiated)
+        .async([pipeline, decoder, track, form, video]() mutable {
+            if (video)
+                pipeline->run(*decoder, PictureReader(track->formatDescriptions().front(), form.pixelFormat));
+            else
+                pipeline->run(*decoder, SoundReader());
+            // The decoder's pictures leave tens of megabytes free but scattered, and the encoder that comes
+            // next would add its own to them.
+            decoder.reset();
+            ::malloc_trim(0);
+        });
     return pipeline;
 }
 

@@ -146,6 +146,15 @@ TEST_F(WriterTest, TakesEverySizeAndScalesBuffersOfAnother) {
     }
 }
 
+TEST_F(WriterTest, RefusesSettingsThatNoEncoderMeets) {
+    const auto writer = *AVAssetWriter::assetWriterWithURL(URL::fileURLWithPath(path()), AVFileTypeMPEG4);
+    EXPECT_TRUE(writer->canAddInput(AVAssetWriterInput(AVMediaTypeVideo, videoSettings(16, 16))));
+    EXPECT_FALSE(writer->canAddInput(AVAssetWriterInput(AVMediaTypeVideo, videoSettings(64, 8))));
+    EXPECT_FALSE(writer->canAddInput(AVAssetWriterInput(AVMediaTypeVideo, {{AVVideoCodecKey, "avc1"}})));
+    EXPECT_FALSE(
+        writer->canAddInput(AVAssetWriterInput(AVMediaTypeAudio, {{AVFormatIDKey, fourCC("mp3 ")}})));
+}
+
 TEST_F(WriterTest, ConvertsPicturesToTheColourThatTheMovieIsTaggedWith) {
     Dictionary settings = videoSettings(96, 64);
     settings.emplace(AVVideoColorPropertiesKey,

@@ -1,0 +1,72 @@
+"""Where things are, how a run is sized, and the encoder's settings as the program itself has them."""
+
+import re
+from dataclasses import dataclass
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+BUILD = ROOT / "build" / "bench"
+CLI = BUILD / "Terminal" / "anadrome-cli"
+CLIP_MAKER = BUILD / "Tests" / "anadrome-make-clip"
+FRAME_STORE = BUILD / "Benchmarks" / "frame_store_bench"
+CLIPS = BUILD / "clips"
+
+ENCODER_SOURCE = ROOT / "Platform" / "AVFoundation" / "Libav" / "HEVCEncoder.cpp"
+YARDSTICK_PRESET = "medium"
+
+FFMPEG = ["ffmpeg", "-v", "error", "-nostdin", "-y"]
+
+
+class BenchmarkError(Exception):
+    """Something couldn't be measured."""
+
+
+@dataclass(frozen=True)
+class Plan:
+    """How much is measured: a quick plan only shows that everything works."""
+
+    rounds: int
+    length_scale: float
+
+    def seconds(self, full_length: float) -> float:
+        return full_length * self.length_scale
+
+
+FULL_PLAN = Plan(rounds=3, length_scale=1)
+QUICK_PLAN = Plan(rounds=1, length_scale=0.1)
+
+
+def _from_encoder_source(pattern: str, what: str) -> str:
+    found = re.findall(pattern, ENCODER_SOURCE.read_text())
+    if len(found) != 1:
+        raise BenchmarkError(f"{ENCODER_SOURCE}: expected one {what}, found {len(found)}")
+    return found[0]
+
+
+def project_preset() -> str:
+    return _from_encoder_source(r'x265Preset\s*=\s*"(\w+)"', "x265Preset")
+
+
+def project_options() -> str:
+    return _from_encoder_source(r'x265Tuning\s*=\s*"([^"]+)"', "x265Tuning") + ":log-level=none"
+
+
+def video_encoder(preset: str, bit_rate: int) -> list[str]:
+    """ffmpeg's arguments for the encoder: the program's own settings, or another preset as it is."""
+    options = project_options() if preset == project_preset() else "open-gop=0:info=0:log-level=none"
+    return ["-c:v", "libx265", "-preset", preset, "-b:v", str(bit_rate), "-x265-params", options,
+            "-tag:v", "hvc1"]
+
+
+def sound_encoder() -> list[str]:
+    return ["-c:a", "aac", "-b:a", "128k", "-ar", "44100", "-ac", "2"]
+
+
+def reverse_with_program(clip: Path, movie: Path) -> list[str]:
+    return [str(CLI), "reverse", str(clip), "-o", str(movie), "--force", "--quiet"]
+
+
+def reverse_with_filter(clip: Path, bit_rate: int, movie: Path) -> list[str]:
+    """The same work by ffmpeg's reverse filters, which hold all pictures in memory."""
+    return [*FFMPEG, "-i", str(clip), "-vf", "reverse", "-af", "areverse",
+            *video_encoder(project_preset(), bit_rate), *sound_encoder(), str(movie)]
