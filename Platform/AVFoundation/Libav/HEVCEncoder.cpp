@@ -87,6 +87,8 @@ std::optional<NSError> HEVCEncoder::open(const EncoderInput& first, const CMTime
     m_context->time_base = {1, first.time.timescale};
     m_context->framerate = av_d2q(frameRate(), 100000);
     m_context->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
+    // As many as the encoder thinks fit for this machine.
+    m_context->thread_count = 0;
     const double bitRate =
         findNumber(section(m_settings, AVVideoCompressionPropertiesKey), AVVideoAverageBitRateKey)
             .value_or(defaultBitRate);

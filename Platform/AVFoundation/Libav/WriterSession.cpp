@@ -13,7 +13,7 @@ namespace anadrome::libav {
 namespace {
 
 // Raw pictures are large, and the encoder holds some of its own.
-constexpr std::size_t picturesQueued = 3;
+constexpr std::size_t picturesQueued = 2;
 constexpr std::size_t soundBuffersQueued = 64;
 constexpr CMTime allowedLead{1, 1, kCMTimeFlags_Valid, 0};
 
