@@ -3,9 +3,12 @@
 #include "Tests/Support/MovieReader.h"
 #include "Tests/Support/ScratchFolder.h"
 
+#include <array>
 #include <csignal>
+#include <cstdio>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <sys/stat.h>
@@ -55,6 +58,16 @@ std::vector<int> numbers(const std::string& movie) {
     return numbers;
 }
 
+/// What a shell command prints to either stream.
+std::string outputOf(const std::string& command) {
+    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(::popen((command + " 2>&1").c_str(), "r"), ::pclose);
+    std::string output;
+    std::array<char, 4096> buffer;
+    while (const std::size_t got = std::fread(buffer.data(), 1, buffer.size(), pipe.get()))
+        output.append(buffer.data(), got);
+    return output;
+}
+
 std::vector<nlohmann::json> jsonLines(const std::string& text) {
     std::vector<nlohmann::json> lines;
     std::istringstream stream(text);
@@ -83,6 +96,21 @@ TEST_F(ReverseCommandTest, WritesTheMovieInTheContainerOfItsNameOrOfTheOption) {
         EXPECT_EQ(numbers(movie), (std::vector<int>{4, 3, 2, 1, 0}));
     }
     expectNoLeftovers(3);
+}
+
+TEST_F(ReverseCommandTest, OtherToolsReadTheMovieWithoutAComplaint) {
+    const std::string source = clip(
+        "clip.mov", {.frames = 40, .orientation = Orientation::Rotate90, .bFrames = 2, .audioCodec = "aac"});
+    for (const char* name : {"movie.mov", "movie.mp4"}) {
+        const std::string movie = out() / name;
+        ASSERT_EQ(run({"reverse", source, "-o", movie}).exitCode, 0);
+        EXPECT_EQ(outputOf("ffprobe -v warning '" + movie + "'"), "");
+        EXPECT_EQ(outputOf("ffmpeg -v warning -i '" + movie + "' -f null -"), "");
+        const std::string report = outputOf("mediainfo --Full '" + movie + "'");
+        EXPECT_NE(report.find("hvc1"), std::string::npos) << report;
+        for (const char* complaint : {"IsTruncated", "Conformance", "Errors"})
+            EXPECT_EQ(report.find(complaint), std::string::npos) << report;
+    }
 }
 
 TEST_F(ReverseCommandTest, RefusesAnExistingMovieUnlessForced) {
