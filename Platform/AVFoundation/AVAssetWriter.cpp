@@ -94,7 +94,10 @@ void AVAssetWriter::finishWritingWithCompletionHandler(std::function<void()> han
 }
 
 void AVAssetWriter::cancelWriting() {
+    if (status() != AVAssetWriterStatus::writing)
+        return;
     m_session->cancel();
+    m_session->waitForEncoders();
 }
 
 AVAssetWriterStatus AVAssetWriter::status() const {

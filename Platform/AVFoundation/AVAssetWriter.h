@@ -44,7 +44,8 @@ public:
     /// is whole or has failed. The file of a failed run is left in place.
     void finishWritingWithCompletionHandler(std::function<void()> handler);
 
-    /// Stops encoding and removes the file. Without effect once completed or failed.
+    /// Stops encoding, waits until it has stopped, and removes the file. Without effect once completed or
+    /// failed.
     void cancelWriting();
 
     AVAssetWriterStatus status() const;

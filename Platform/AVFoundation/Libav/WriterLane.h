@@ -17,8 +17,8 @@ public:
     WriterLane(std::unique_ptr<TrackEncoder> trackEncoder, std::size_t queueCapacity)
         : encoder(std::move(trackEncoder)), capacity(queueCapacity) {}
 
-    /// Used by the lane's encoding thread alone.
-    const std::unique_ptr<TrackEncoder> encoder;
+    /// Used by the lane's encoding thread alone, and gone when that has ended.
+    std::unique_ptr<TrackEncoder> encoder;
     const std::size_t capacity;
 
     std::deque<EncoderInput> queue;

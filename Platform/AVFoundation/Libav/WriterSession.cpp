@@ -80,6 +80,13 @@ void WriterSession::cancel() {
     NSFileManager::defaultManager().removeItemAtPath(m_url.path());
 }
 
+void WriterSession::waitForEncoders() {
+    std::unique_lock lock(m_mutex);
+    m_changed.wait(lock, [this] {
+        return std::ranges::all_of(m_lanes, [](const auto& lane) { return lane->drained; });
+    });
+}
+
 AVAssetWriterStatus WriterSession::status() const {
     const std::lock_guard lock(m_mutex);
     return m_status;
@@ -206,6 +213,8 @@ void WriterSession::failLocked(NSError error) {
 
 void WriterSession::runLane(std::size_t index) {
     std::optional<NSError> failure = encodeLane(index);
+    // Closing it ends the threads that the encoder has of its own.
+    m_lanes[index]->encoder.reset();
     laneEnded(*m_lanes[index], std::move(failure));
 }
 
@@ -256,6 +265,7 @@ void WriterSession::laneEnded(WriterLane& lane, std::optional<NSError> failure) 
         if (failure)
             failLocked(*failure);
         lane.drained = true;
+        m_changed.notify_all();
         last = m_finishing && std::ranges::all_of(m_lanes, [](const auto& other) { return other->drained; });
     }
     if (last)

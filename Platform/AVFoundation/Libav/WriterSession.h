@@ -23,6 +23,8 @@ public:
     void startSession(const CMTime& time);
     void finish(std::function<void()> handler);
     void cancel();
+    /// Returns when no encoding thread runs any more, which takes a finish() or a cancel() first.
+    void waitForEncoders();
 
     AVAssetWriterStatus status() const;
     std::optional<NSError> error() const;
