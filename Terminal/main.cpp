@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <csignal>
 #include <iostream>
+#include <malloc.h>
 
 namespace {
 
@@ -41,6 +42,8 @@ int main(int argc, char** argv) {
     // program.
     std::signal(SIGXFSZ, SIG_IGN);
     std::signal(SIGPIPE, SIG_IGN);
+    // Many threads allocate pictures, and every heap keeps what its threads gave back.
+    ::mallopt(M_ARENA_MAX, 2);
     QCoreApplication application(argc, argv);
     const auto parsed = parseCommandLine(argc, argv);
     if (const int* exitCode = std::get_if<int>(&parsed))

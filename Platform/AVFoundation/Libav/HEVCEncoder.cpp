@@ -20,7 +20,8 @@ namespace {
 /// Where the encoder's speed and memory are traded for its quality: docs/decisions/0004-encoder-settings.md
 /// tells how they were chosen.
 constexpr const char* x265Preset = "superfast";
-constexpr const char* x265Tuning = "rc-lookahead=5:aq-mode=2:aq-strength=1:sao=1:open-gop=0:info=0";
+constexpr const char* x265Tuning =
+    "rc-lookahead=3:bframes=2:aq-mode=2:aq-strength=1:rskip=2:rskip-edge-threshold=2:open-gop=0:info=0";
 
 constexpr double defaultBitRate = 10'000'000;
 constexpr double defaultFrameRate = 30;
