@@ -55,7 +55,7 @@ std::vector<std::string> outermostBoxes(const std::string& path) {
     return names;
 }
 
-void addUserData(const std::string& path, const std::string& tag, const std::string& text,
+void addUserData(const std::string& path, const std::string& name, const std::string& text,
                  const std::string& language) {
     std::string bytes = readAll(path);
     const std::size_t movie = lastBox(bytes, 0, "moov");
@@ -63,7 +63,7 @@ void addUserData(const std::string& path, const std::string& tag, const std::str
     std::size_t packedLanguage = 0;
     for (const char letter : language)
         packedLanguage = packedLanguage << 5 | static_cast<std::size_t>(letter - 0x60);
-    const std::string box = bigEndian(12 + text.size(), 4) + tag + bigEndian(text.size(), 2) +
+    const std::string box = bigEndian(12 + text.size(), 4) + "\xa9" + name + bigEndian(text.size(), 2) +
                             bigEndian(packedLanguage, 2) + text;
     grow(bytes, movie, box.size());
     grow(bytes, userData, box.size());
