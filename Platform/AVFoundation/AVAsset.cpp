@@ -1,5 +1,6 @@
 #include "Platform/AVFoundation/AVAsset.h"
 
+#include "Platform/AVFoundation/Libav/MovieMetadata.h"
 #include "Platform/AVFoundation/Libav/TrackFacts.h"
 
 namespace anadrome {
@@ -31,14 +32,20 @@ std::optional<NSError> AVURLAsset::loadError() const {
     return m_loadError;
 }
 
+std::vector<AVMetadataItem> AVURLAsset::metadata() const {
+    load();
+    return m_metadata;
+}
+
 void AVURLAsset::load() const {
     std::call_once(m_loaded, [this] {
-        Result<std::vector<AVAssetTrack::Facts>> found = libav::readTrackFacts(m_url);
-        if (!found) {
-            m_loadError = found.error();
+        Result<libav::InputFile> file = libav::InputFile::open(m_url);
+        if (!file) {
+            m_loadError = file.error();
             return;
         }
-        for (AVAssetTrack::Facts& facts : *found) {
+        m_metadata = libav::metadataOf(*file->context());
+        for (AVAssetTrack::Facts& facts : libav::readTrackFacts(*file, m_url)) {
             m_duration = CMTimeMaximum(m_duration, CMTimeRangeGetEnd(facts.timeRange));
             m_tracks.push_back(std::make_shared<AVAssetTrack>(std::move(facts)));
         }

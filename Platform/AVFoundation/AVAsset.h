@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/AVFoundation/AVAssetTrack.h"
+#include "Platform/AVFoundation/AVMetadataItem.h"
 #include "Platform/Foundation/Result.h"
 #include "Platform/Foundation/URL.h"
 
@@ -25,6 +26,9 @@ public:
     virtual CMTime duration() const = 0;
     /// Why the asset can't be read, if it can't.
     virtual std::optional<NSError> loadError() const = 0;
+    /// What is known of the content: place, date, camera, texts. Empty unless the asset is a file that has
+    /// some.
+    virtual std::vector<AVMetadataItem> metadata() const { return {}; }
 
     std::vector<AVAssetTrackRef> tracksWithMediaType(AVMediaType mediaType) const;
 };
@@ -40,6 +44,7 @@ public:
     const std::vector<AVAssetTrackRef>& tracks() const override;
     CMTime duration() const override;
     std::optional<NSError> loadError() const override;
+    std::vector<AVMetadataItem> metadata() const override;
 
 private:
     void load() const;
@@ -49,6 +54,7 @@ private:
     mutable std::vector<AVAssetTrackRef> m_tracks;
     mutable CMTime m_duration = kCMTimeZero;
     mutable std::optional<NSError> m_loadError;
+    mutable std::vector<AVMetadataItem> m_metadata;
 };
 
 } // namespace anadrome

@@ -69,6 +69,16 @@ void AVAssetWriter::addInput(const std::shared_ptr<AVAssetWriterInput>& input) {
     m_inputs.push_back(input);
 }
 
+void AVAssetWriter::setMetadata(std::vector<AVMetadataItem> metadata) {
+    expectStatus(status(), AVAssetWriterStatus::unknown);
+    m_session->setMetadata(std::move(metadata));
+}
+
+void AVAssetWriter::setShouldOptimizeForNetworkUse(bool should) {
+    expectStatus(status(), AVAssetWriterStatus::unknown);
+    m_session->setIndexFirst(should);
+}
+
 bool AVAssetWriter::startWriting() {
     expectStatus(status(), AVAssetWriterStatus::unknown);
     std::vector<CGAffineTransform> transforms;

@@ -2,6 +2,7 @@
 
 #include "Platform/AVFoundation/AVAssetWriterInput.h"
 #include "Platform/AVFoundation/AVMediaFormat.h"
+#include "Platform/AVFoundation/AVMetadataItem.h"
 #include "Platform/Foundation/Result.h"
 #include "Platform/Foundation/URL.h"
 
@@ -32,6 +33,13 @@ public:
     /// medium.
     bool canAddInput(const AVAssetWriterInput& input) const;
     void addInput(const std::shared_ptr<AVAssetWriterInput>& input);
+
+    /// What the movie shall say of its content, before writing starts. What its container can't hold is left
+    /// out.
+    void setMetadata(std::vector<AVMetadataItem> metadata);
+    /// Whether the index shall stand before the media, so that a movie plays while it is being loaded; before
+    /// writing starts. Finishing then moves all media on within the file.
+    void setShouldOptimizeForNetworkUse(bool should);
 
     /// Makes the file. False, with status failed, if it exists already (the old one stays) or can't be made.
     bool startWriting();

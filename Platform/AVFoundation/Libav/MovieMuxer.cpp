@@ -2,6 +2,7 @@
 
 #include "Platform/AVFoundation/Libav/Errors.h"
 #include "Platform/AVFoundation/Libav/Log.h"
+#include "Platform/AVFoundation/Libav/MovieMetadata.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -40,8 +41,8 @@ std::optional<NSError> createExclusively(const URL& url) {
 
 } // namespace
 
-MovieMuxer::MovieMuxer(URL url, AVFileType fileType, std::size_t trackCount)
-    : m_url(std::move(url)), m_fileType(fileType), m_tracks(trackCount) {
+MovieMuxer::MovieMuxer(URL url, AVFileType fileType, std::size_t trackCount, MovieLayout layout)
+    : m_url(std::move(url)), m_fileType(fileType), m_layout(std::move(layout)), m_tracks(trackCount) {
     routeLibraryLog();
 }
 
@@ -144,9 +145,13 @@ std::optional<NSError> MovieMuxer::writeHeader() {
         if (track.parameters && track.parameters->codec_type == AVMEDIA_TYPE_VIDEO)
             movieTimescale = std::max(movieTimescale, track.timeBase.den);
     av_opt_set_int(m_context->priv_data, "movie_timescale", movieTimescale, 0);
+    if (m_layout.indexFirst)
+        av_opt_set(m_context->priv_data, "movflags", "+faststart", 0);
+    attachMetadata(m_layout.metadata, *m_context);
     const int written = avformat_write_header(m_context, nullptr);
     if (written < 0)
         return errorFrom(written, AVErrorUnknown);
+    settleMetadata(*m_context);
     m_headerWritten = true;
     return std::nullopt;
 }

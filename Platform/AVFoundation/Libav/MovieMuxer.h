@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/AVFoundation/AVMediaFormat.h"
+#include "Platform/AVFoundation/AVMetadataItem.h"
 #include "Platform/AVFoundation/Libav/Owners.h"
 #include "Platform/CoreGraphics/CGGeometry.h"
 #include "Platform/Foundation/NSError.h"
@@ -13,12 +14,18 @@
 
 namespace anadrome::libav {
 
+/// What a movie holds besides its tracks, and where.
+struct MovieLayout {
+    std::vector<AVMetadataItem> metadata = {};
+    bool indexFirst = false;
+};
+
 /// Writes packets of several tracks into a movie file, ordered by decode time. Tracks are announced by their
 /// number; the file's header is written when every track has either begun or ended, and packets wait until
 /// then. A track that ends without having begun isn't in the file. Any thread.
 class MovieMuxer {
 public:
-    MovieMuxer(URL url, AVFileType fileType, std::size_t trackCount);
+    MovieMuxer(URL url, AVFileType fileType, std::size_t trackCount, MovieLayout layout);
     ~MovieMuxer();
     MovieMuxer(const MovieMuxer&) = delete;
     MovieMuxer& operator=(const MovieMuxer&) = delete;
@@ -67,6 +74,7 @@ private:
 
     const URL m_url;
     const AVFileType m_fileType;
+    const MovieLayout m_layout;
     std::mutex m_mutex;
     std::vector<Track> m_tracks;
     AVFormatContext* m_context = nullptr;

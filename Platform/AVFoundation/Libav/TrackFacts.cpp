@@ -121,18 +121,15 @@ AVAssetTrack::Facts factsOf(const InputFile& file, int index, StreamTiming timin
 
 } // namespace
 
-Result<std::vector<AVAssetTrack::Facts>> readTrackFacts(const URL& url) {
-    Result<InputFile> file = InputFile::open(url);
-    if (!file)
-        return file.error();
+std::vector<AVAssetTrack::Facts> readTrackFacts(InputFile& file, const URL& url) {
     // Reading packets may bring up further streams; those that are in no header aren't tracks of the file.
-    const int count = file->streamCount();
-    const std::vector<StreamTiming> timings = readStreamTimings(*file);
+    const int count = file.streamCount();
+    const std::vector<StreamTiming> timings = readStreamTimings(file);
     std::vector<AVAssetTrack::Facts> tracks;
     for (int i = 0; i < count; ++i) {
-        if (!isPresented(file->stream(i)) || !canDecode(file->stream(i)))
+        if (!isPresented(file.stream(i)) || !canDecode(file.stream(i)))
             continue;
-        tracks.push_back(factsOf(*file, i, timings[static_cast<std::size_t>(i)]));
+        tracks.push_back(factsOf(file, i, timings[static_cast<std::size_t>(i)]));
         tracks.back().url = url;
     }
     return tracks;

@@ -33,7 +33,7 @@ std::shared_ptr<WriterLane> WriterSession::addLane(const AVAssetWriterInput& inp
 
 bool WriterSession::start(const std::vector<CGAffineTransform>& transforms) {
     m_transforms = transforms;
-    m_muxer = std::make_unique<MovieMuxer>(m_url, m_fileType, m_lanes.size());
+    m_muxer = std::make_unique<MovieMuxer>(m_url, m_fileType, m_lanes.size(), std::move(m_layout));
     std::optional<NSError> error = m_muxer->open();
     const std::lock_guard lock(m_mutex);
     m_status = AVAssetWriterStatus::writing;

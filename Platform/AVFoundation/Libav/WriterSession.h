@@ -18,6 +18,10 @@ class WriterSession : public std::enable_shared_from_this<WriterSession> {
 public:
     WriterSession(URL url, AVFileType fileType) : m_url(std::move(url)), m_fileType(fileType) {}
 
+    // Before start().
+    void setMetadata(std::vector<AVMetadataItem> metadata) { m_layout.metadata = std::move(metadata); }
+    void setIndexFirst(bool first) { m_layout.indexFirst = first; }
+
     std::shared_ptr<WriterLane> addLane(const AVAssetWriterInput& input);
     bool start(const std::vector<CGAffineTransform>& transforms);
     void startSession(const CMTime& time);
@@ -54,6 +58,7 @@ private:
 
     const URL m_url;
     const AVFileType m_fileType;
+    MovieLayout m_layout;
     std::vector<std::shared_ptr<WriterLane>> m_lanes;
     std::vector<CGAffineTransform> m_transforms;
     std::unique_ptr<MovieMuxer> m_muxer;

@@ -1,0 +1,73 @@
+#include "Tests/Support/MovieBoxes.h"
+
+#include <cstdint>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+namespace anadrome::testing_support {
+
+namespace {
+
+std::string readAll(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::string bigEndian(std::size_t value, int bytes) {
+    std::string text;
+    for (int i = bytes - 1; i >= 0; --i)
+        text.push_back(static_cast<char>(value >> (8 * i)));
+    return text;
+}
+
+/// Sizes of 64 bits don't occur in clips of a few frames.
+std::size_t sizeAt(const std::string& bytes, std::size_t at) {
+    std::size_t size = 0;
+    for (std::size_t i = 0; i < 4; ++i)
+        size = size << 8 | static_cast<std::uint8_t>(bytes.at(at + i));
+    if (size < 8)
+        throw std::runtime_error("not a plain box");
+    return size;
+}
+
+/// Where the last box of a run of boxes begins.
+std::size_t lastBox(const std::string& bytes, std::size_t begin, const std::string& name) {
+    std::size_t last = begin;
+    for (std::size_t at = begin; at < bytes.size(); at += sizeAt(bytes, at))
+        last = at;
+    if (bytes.compare(last + 4, 4, name) != 0)
+        throw std::runtime_error("the last box isn't " + name);
+    return last;
+}
+
+void grow(std::string& bytes, std::size_t box, std::size_t by) {
+    bytes.replace(box, 4, bigEndian(sizeAt(bytes, box) + by, 4));
+}
+
+} // namespace
+
+std::vector<std::string> outermostBoxes(const std::string& path) {
+    const std::string bytes = readAll(path);
+    std::vector<std::string> names;
+    for (std::size_t at = 0; at < bytes.size(); at += sizeAt(bytes, at))
+        names.push_back(bytes.substr(at + 4, 4));
+    return names;
+}
+
+void addUserData(const std::string& path, const std::string& name, const std::string& text,
+                 const std::string& language) {
+    std::string bytes = readAll(path);
+    const std::size_t movie = lastBox(bytes, 0, "moov");
+    const std::size_t userData = lastBox(bytes, movie + 8, "udta");
+    std::size_t packedLanguage = 0;
+    for (const char letter : language)
+        packedLanguage = packedLanguage << 5 | static_cast<std::size_t>(letter - 0x60);
+    const std::string box = bigEndian(12 + text.size(), 4) + "\xa9" + name + bigEndian(text.size(), 2) +
+                            bigEndian(packedLanguage, 2) + text;
+    grow(bytes, movie, box.size());
+    grow(bytes, userData, box.size());
+    std::ofstream(path, std::ios::binary) << bytes << box;
+}
+
+} // namespace anadrome::testing_support

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace anadrome::testing_support {
+
+/// The names of a movie's outermost boxes, in the file's order.
+std::vector<std::string> outermostBoxes(const std::string& path);
+
+/// Adds one text to the user data of a movie whose index stands last, as phones do. The name is the three
+/// letters behind the copyright sign, the language has three letters too.
+void addUserData(const std::string& path, const std::string& name, const std::string& text,
+                 const std::string& language = "und");
+
+} // namespace anadrome::testing_support
