@@ -1,13 +1,12 @@
 #include "Platform/Foundation/TemporaryBase.h"
 
 #include "Platform/Foundation/URL.h"
+#include "Platform/Foundation/UserFolders.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <fcntl.h>
 #include <linux/magic.h>
-#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
@@ -16,51 +15,17 @@ namespace anadrome {
 
 namespace {
 
-/// Of an environment variable; empty unless it holds an absolute path.
-std::string absolutePathIn(const char* variable) {
-    const char* value = std::getenv(variable);
-    return value && value[0] == '/' ? value : "";
-}
-
-std::string homeFolder() {
-    const std::string home = absolutePathIn("HOME");
-    if (!home.empty())
-        return home;
-    struct passwd entry {};
-    struct passwd* found = nullptr;
-    char text[4096];
-    return ::getpwuid_r(::geteuid(), &entry, text, sizeof text, &found) == 0 && found ? found->pw_dir : "";
-}
-
-std::string cacheFolder() {
-    const std::string cache = absolutePathIn("XDG_CACHE_HOME");
-    if (!cache.empty())
-        return cache;
-    const std::string home = homeFolder();
-    return home.empty() ? "" : home + "/.cache";
-}
-
 /// Whether others can put entries, and so links, into a folder.
 bool isSharedFolder(const std::string& path) {
     struct stat status {};
     return ::stat(path.c_str(), &status) == 0 && (status.st_mode & (S_IWGRP | S_IWOTH)) != 0;
 }
 
-void makePrivateFolders(const std::string& path) {
-    if (::mkdir(path.c_str(), 0700) == 0 || errno != ENOENT)
-        return;
-    const std::size_t slash = path.rfind('/');
-    if (slash == 0 || slash == path.npos)
-        return;
-    makePrivateFolders(path.substr(0, slash));
-    ::mkdir(path.c_str(), 0700);
-}
-
 } // namespace
 
 std::vector<std::string> temporaryBaseCandidates() {
     std::vector<std::string> bases;
-    const std::string cache = cacheFolder();
+    const std::string cache = userCacheFolder();
     if (!cache.empty())
         bases.push_back(URL::fileURLWithPath(cache + "/anadrome").path());
     const std::string ownName = "/anadrome-" + std::to_string(::geteuid());

@@ -1,30 +1,26 @@
 #include "Platform/Foundation/FileData.h"
 #include "Platform/Foundation/NSFileManager.h"
 #include "Platform/Foundation/TemporaryDirectory.h"
+#include "Tests/Support/ChildProcess.h"
 
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <linux/magic.h>
 #include <memory>
-#include <spawn.h>
+#include <string_view>
 #include <sys/stat.h>
 #include <sys/vfs.h>
-#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
-#include <utility>
 
 using namespace anadrome;
+using testing_support::ChildProcess;
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr const char* roleVariable = "ANADROME_TEST_ROLE";
 
 // What the child processes do.
 
@@ -69,64 +65,22 @@ void tellFolder() {
 /// The children are this very program, started with a role. Constructors get the arguments of main().
 [[gnu::constructor]] void playRole(int argc, char** argv) {
     TemporaryDirectory::finishRemovalIfAsked(argc, argv);
-    const char* role = std::getenv(roleVariable);
-    if (!role)
-        return;
-    if (std::strcmp(role, "hold") == 0)
+    const std::string_view role = ChildProcess::ownRole();
+    if (role == "hold")
         holdFolder();
-    if (std::strcmp(role, "leave") == 0)
+    if (role == "leave")
         leaveFolder();
-    if (std::strcmp(role, "exec") == 0)
+    if (role == "exec")
         removeByExecUnderWriters();
 }
 
-class Child {
+/// Works under a cache folder of its own and tells its temporary folder.
+class Child : public ChildProcess {
 public:
-    Child(const std::string& role, const fs::path& cache) {
-        int ends[2];
-        EXPECT_EQ(::pipe2(ends, O_CLOEXEC), 0);
-        m_output = ends[0];
-        std::string roleEntry = roleVariable + ("=" + role);
-        std::string cacheEntry = "XDG_CACHE_HOME=" + cache.string();
-        std::string program = "base_tests";
-        char* const environment[] = {roleEntry.data(), cacheEntry.data(), nullptr};
-        char* const arguments[] = {program.data(), nullptr};
-        posix_spawn_file_actions_t actions;
-        ::posix_spawn_file_actions_init(&actions);
-        ::posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-        EXPECT_EQ(::posix_spawn(&m_pid, "/proc/self/exe", &actions, nullptr, arguments, environment), 0);
-        ::posix_spawn_file_actions_destroy(&actions);
-        ::close(ends[1]);
-    }
-    ~Child() {
-        if (m_pid > 0)
-            kill();
-        ::close(m_output);
-    }
+    Child(const std::string& role, const fs::path& cache)
+        : ChildProcess(role, {"XDG_CACHE_HOME=" + cache.string()}) {}
 
-    /// The line that the child tells, which ends with the child at the latest.
-    fs::path folder() const {
-        std::string line;
-        for (char character = 0; ::read(m_output, &character, 1) == 1 && character != '\n';)
-            line += character;
-        return line;
-    }
-
-    void kill() {
-        ::kill(m_pid, SIGKILL);
-        wait();
-    }
-
-    /// The exit code; -1 if a signal ended it.
-    int wait() {
-        int status = 0;
-        ::waitpid(std::exchange(m_pid, -1), &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-
-private:
-    pid_t m_pid = -1;
-    int m_output = -1;
+    fs::path folder() const { return readLine(); }
 };
 
 class TemporaryDirectoryTests : public testing::Test {

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+namespace anadrome {
+
+/// Absolute paths of the user's folders, whether they exist or not; empty if the user has no home. Any
+/// thread.
+
+/// For files that can be made anew: $XDG_CACHE_HOME, else ~/.cache.
+std::string userCacheFolder();
+
+/// For what the user has chosen: $XDG_CONFIG_HOME, else ~/.config.
+std::string userConfigurationFolder();
+
+/// Makes a folder, and those above it that are missing, for this user alone. Existing ones stay as they are.
+void makePrivateFolders(const std::string& path);
+
+} // namespace anadrome

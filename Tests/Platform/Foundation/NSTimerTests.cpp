@@ -1,0 +1,149 @@
+#include "Platform/Foundation/NSTimer.h"
+
+#include <QCoreApplication>
+#include <QThread>
+#include <atomic>
+#include <chrono>
+#include <csignal>
+#include <gtest/gtest.h>
+#include <limits>
+#include <thread>
+
+using namespace anadrome;
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+namespace {
+
+/// Turns the main loop until the condition holds. False if it doesn't within a time that is only met by a
+/// fault.
+template <typename Condition>
+bool loopUntil(Condition condition) {
+    const auto end = Clock::now() + 30s;
+    while (!condition() && Clock::now() < end)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    return condition();
+}
+
+void loopFor(Clock::duration duration) {
+    loopUntil([end = Clock::now() + duration] { return Clock::now() >= end; });
+}
+
+} // namespace
+
+TEST(NSTimer, FiresOnceOrAgainAndAgainAsAskedAtAnyInterval) {
+    for (const double interval : {0.002, 0.0001, 0.0, -1.0, std::numeric_limits<double>::quiet_NaN()}) {
+        int single = 0;
+        int repeated = 0;
+        const auto once =
+            NSTimer::scheduledTimerWithTimeInterval(interval, false, [&](NSTimer&) { ++single; });
+        // Nobody holds this one but the event loop.
+        NSTimer::scheduledTimerWithTimeInterval(interval, true, [&](NSTimer& timer) {
+            if (++repeated == 5)
+                timer.invalidate();
+        });
+        EXPECT_EQ(single, 0);
+        EXPECT_TRUE(loopUntil([&] { return single == 1 && repeated == 5; }));
+        loopFor(10ms);
+        EXPECT_EQ(single, 1);
+        EXPECT_EQ(repeated, 5);
+        EXPECT_FALSE(once->isValid());
+    }
+}
+
+TEST(NSTimer, IsNeverEarly) {
+    const auto start = Clock::now();
+    bool fired = false;
+    NSTimer::scheduledTimerWithTimeInterval(0.0205, false, [&](NSTimer&) { fired = true; });
+    EXPECT_TRUE(loopUntil([&] { return fired; }));
+    EXPECT_GE(Clock::now() - start, 20500us);
+}
+
+TEST(NSTimer, WaitsForALongTimeWithoutFiring) {
+    for (const double interval : {1e6, std::numeric_limits<double>::infinity()}) {
+        bool fired = false;
+        const auto timer =
+            NSTimer::scheduledTimerWithTimeInterval(interval, false, [&](NSTimer&) { fired = true; });
+        loopFor(10ms);
+        EXPECT_FALSE(fired);
+        timer->invalidate();
+    }
+}
+
+TEST(NSTimer, DropsMissedTimesAndStaysOnItsGrid) {
+    constexpr auto interval = 60ms;
+    bool isOnGrid = false;
+    // A busy machine may be late once more, but a timer without a grid never comes early after a late call.
+    for (int attempt = 0; attempt < 20 && !isOnGrid; ++attempt) {
+        std::vector<Clock::time_point> calls;
+        const auto timer = NSTimer::scheduledTimerWithTimeInterval(
+            0.06, true, [&](NSTimer&) { calls.push_back(Clock::now()); });
+        std::this_thread::sleep_for(3 * interval + interval / 2);
+        EXPECT_TRUE(loopUntil([&] { return !calls.empty(); }));
+        EXPECT_EQ(calls.size(), 1u);
+        EXPECT_TRUE(loopUntil([&] { return calls.size() == 2; }));
+        isOnGrid = calls[1] - calls[0] < interval - 5ms && calls[1] - calls[0] > 5ms;
+        timer->invalidate();
+    }
+    EXPECT_TRUE(isOnGrid);
+}
+
+TEST(NSTimer, CallsNowWhenFired) {
+    int repeated = 0;
+    int single = 0;
+    const auto again = NSTimer::scheduledTimerWithTimeInterval(0.02, true, [&](NSTimer&) { ++repeated; });
+    const auto once = NSTimer::scheduledTimerWithTimeInterval(3600, false, [&](NSTimer&) { ++single; });
+    again->fire();
+    once->fire();
+    once->fire();
+    EXPECT_EQ(repeated, 1);
+    EXPECT_TRUE(again->isValid());
+    EXPECT_EQ(single, 1);
+    EXPECT_FALSE(once->isValid());
+    EXPECT_TRUE(loopUntil([&] { return repeated == 3; }));
+    again->invalidate();
+    again->fire();
+    EXPECT_EQ(repeated, 3);
+}
+
+TEST(NSTimer, ReleasesItsBlockWhenInvalidAndDoesNotCallItAnyMore) {
+    auto held = std::make_shared<int>(0);
+    const std::weak_ptr<int> watched = held;
+    const auto timer = NSTimer::scheduledTimerWithTimeInterval(0.001, true, [held](NSTimer&) { ++*held; });
+    std::this_thread::sleep_for(3ms); // So that a call is due.
+    timer->invalidate();
+    loopFor(5ms);
+    EXPECT_EQ(*held, 0);
+    held.reset();
+    EXPECT_TRUE(watched.expired());
+}
+
+TEST(NSTimer, IsInvalidatedByAnotherThreadAfterTheCallThatHasBegun) {
+    for (int round = 0; round < 50; ++round) {
+        int calls = 0; // Of the main thread alone.
+        std::atomic<bool> hasBegun = false;
+        const auto timer = NSTimer::scheduledTimerWithTimeInterval(0.0001, true, [&](NSTimer&) {
+            ++calls;
+            hasBegun = true;
+        });
+        std::atomic<bool> isInvalid = false;
+        std::jthread other([&] {
+            while (!hasBegun)
+                std::this_thread::yield();
+            timer->invalidate();
+            isInvalid = true;
+        });
+        EXPECT_TRUE(loopUntil([&] { return isInvalid.load(); }));
+        const int counted = calls;
+        loopFor(2ms);
+        EXPECT_EQ(calls, counted);
+        EXPECT_FALSE(timer->isValid());
+    }
+}
+
+TEST(NSTimerDeathTest, IsScheduledOnTheMainThreadOnly) {
+    const auto scheduleElsewhere = [] {
+        std::jthread([] { NSTimer::scheduledTimerWithTimeInterval(1, false, [](NSTimer&) {}); }).join();
+    };
+    EXPECT_EXIT(scheduleElsewhere(), testing::KilledBySignal(SIGABRT), "^NSTimer: used off the main thread");
+}

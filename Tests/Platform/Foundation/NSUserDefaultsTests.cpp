@@ -1,0 +1,324 @@
+#include "Platform/Foundation/NSUserDefaults.h"
+
+#include "Platform/Foundation/FileData.h"
+#include "Platform/Foundation/Print.h"
+#include "Tests/Support/ChildProcess.h"
+#include "Tests/Support/ScratchFolder.h"
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <limits>
+#include <memory>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+using namespace anadrome;
+using testing_support::ChildProcess;
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int laps = 20;
+
+// What the child processes do. They have no event loop.
+
+[[noreturn]] void setAndExit() {
+    auto& defaults = NSUserDefaults::standardUserDefaults();
+    defaults.setInteger(1, "first");
+    while (!defaults.synchronize())
+        ;
+    defaults.setInteger(2, "last");
+    std::exit(0);
+}
+
+[[noreturn]] void countUp() {
+    auto& defaults = NSUserDefaults::standardUserDefaults();
+    for (int lap = 1; lap <= laps; ++lap) {
+        defaults.setInteger(lap, std::getenv("ANADROME_TEST_KEY"));
+        if (!defaults.synchronize())
+            std::exit(1);
+    }
+    std::exit(0);
+}
+
+[[noreturn]] void writeForEver() {
+    auto& defaults = NSUserDefaults::standardUserDefaults();
+    for (int lap = 1;; ++lap) {
+        defaults.setInteger(lap, "first");
+        defaults.setString(std::string(100'000, 'x'), "long");
+        defaults.setInteger(lap, "second");
+        defaults.synchronize();
+        if (lap == 1) {
+            std::puts("begun");
+            std::fflush(stdout);
+        }
+    }
+}
+
+[[gnu::constructor]] void playRole() {
+    const std::string_view role = ChildProcess::ownRole();
+    if (role == "set and exit")
+        setAndExit();
+    if (role == "count up")
+        countUp();
+    if (role == "write for ever")
+        writeForEver();
+}
+
+class NSUserDefaultsTests : public testing::Test {
+protected:
+    NSUserDefaultsTests() {
+        setDebugSink([this](std::string_view line) { m_debugLines.emplace_back(line); });
+    }
+    ~NSUserDefaultsTests() override { setDebugSink({}); }
+
+    fs::path filePath() const { return m_folder.path() / "anadrome/preferences.ini"; }
+    URL file() const { return URL::fileURLWithPath(filePath().string()); }
+    /// As another start of the program would find it.
+    NSUserDefaults reopened() const { return NSUserDefaults(file()); }
+    std::string inThisFolder() const { return "XDG_CONFIG_HOME=" + m_folder.path().string(); }
+
+    void writeFile(const std::string& text) const {
+        fs::create_directories(filePath().parent_path());
+        std::ofstream(filePath(), std::ios::binary) << text;
+    }
+
+    testing_support::ScratchFolder m_folder;
+    std::vector<std::string> m_debugLines;
+};
+
+} // namespace
+
+TEST_F(NSUserDefaultsTests, GiveEveryValueTheMeaningThatTheReaderAsksFor) {
+    using Limits = std::numeric_limits<std::int64_t>;
+    const struct {
+        Value value;
+        std::int64_t integer;
+        bool boolean;
+        std::optional<std::string> string;
+    } table[] = {
+        {0, 0, false, "0"},
+        {-7, -7, true, "-7"},
+        {Limits::max(), Limits::max(), true, "9223372036854775807"},
+        {0.5, 0, true, "0.5"},
+        {-2.75, -2, true, "-2.75"},
+        {1e300, Limits::max(), true, "1e+300"},
+        {true, 1, true, "1"},
+        {false, 0, false, "0"},
+        {"1", 1, true, "1"},
+        {"YES", 0, true, "YES"},
+        {"true", 0, true, "true"},
+        {"NO", 0, false, "NO"},
+        {" 12 apples", 12, false, " 12 apples"},
+        {"99999999999999999999", Limits::max(), false, "99999999999999999999"},
+        {"", 0, false, ""},
+        {NSData(3), 0, false, std::nullopt},
+        {Dictionary(), 0, false, std::nullopt},
+    };
+    NSUserDefaults defaults(file());
+    EXPECT_EQ(defaults.integerForKey("key"), 0);
+    EXPECT_FALSE(defaults.boolForKey("key"));
+    EXPECT_EQ(defaults.stringForKey("key"), std::nullopt);
+    for (const auto& row : table) {
+        defaults.registerDefaults({{"key", row.value}});
+        SCOPED_TRACE(row.string.value_or("another type"));
+        EXPECT_EQ(defaults.integerForKey("key"), row.integer);
+        EXPECT_EQ(defaults.boolForKey("key"), row.boolean);
+        EXPECT_EQ(defaults.stringForKey("key"), row.string);
+    }
+}
+
+TEST_F(NSUserDefaultsTests, KeepTheTypesOfWhatIsStored) {
+    const std::string strings[] = {"5", "true", "-0.5", "a, b; \"c\"\n=[d]", "Grüße", "@Invalid()", ""};
+    NSUserDefaults defaults(file());
+    defaults.setBool(true, "boolean");
+    defaults.setInteger(std::numeric_limits<std::int64_t>::min(), "integer");
+    for (const std::string& string : strings)
+        defaults.setString(string, "s" + std::to_string(&string - strings));
+    EXPECT_TRUE(defaults.synchronize());
+    for (const NSUserDefaults& reader : {defaults, reopened()}) {
+        EXPECT_EQ(reader.stringForKey("boolean"), "1");
+        EXPECT_EQ(reader.integerForKey("integer"), std::numeric_limits<std::int64_t>::min());
+        EXPECT_FALSE(reader.boolForKey("s0"));
+        for (const std::string& string : strings)
+            EXPECT_EQ(reader.stringForKey("s" + std::to_string(&string - strings)), string);
+    }
+}
+
+TEST_F(NSUserDefaultsTests, ReadWhatPeopleTypeIntoTheFile) {
+    writeFile("; mine\n[General]\nresolutionIndexKey = 2\nisSaveExifKey=true\nlist=a, b\n");
+    const NSUserDefaults defaults = reopened();
+    EXPECT_EQ(defaults.integerForKey("resolutionIndexKey"), 2);
+    EXPECT_TRUE(defaults.boolForKey("isSaveExifKey"));
+    EXPECT_EQ(defaults.stringForKey("list"), std::nullopt);
+}
+
+TEST_F(NSUserDefaultsTests, SearchRegisteredDefaultsLastAndNeverStoreThem) {
+    NSUserDefaults defaults(file());
+    defaults.registerDefaults({{"index", 1}, {"other", 5}});
+    defaults.registerDefaults({{"other", 6}});
+    defaults.setInteger(0, "index");
+    EXPECT_EQ(defaults.integerForKey("index"), 0);
+    EXPECT_EQ(defaults.integerForKey("other"), 6);
+    EXPECT_TRUE(defaults.synchronize());
+    EXPECT_EQ(defaults.integerForKey("index"), 0);
+    EXPECT_EQ(reopened().integerForKey("other"), 0);
+
+    defaults.removeObjectForKey("index");
+    EXPECT_EQ(defaults.integerForKey("index"), 1);
+    EXPECT_TRUE(defaults.synchronize());
+    EXPECT_EQ(defaults.integerForKey("index"), 1);
+    EXPECT_EQ(reopened().stringForKey("index"), std::nullopt);
+}
+
+TEST_F(NSUserDefaultsTests, AreStoredSoonThoughNobodyAsksForIt) {
+    NSUserDefaults(file()).setBool(true, "isSaveExifKey");
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    while (!reopened().boolForKey("isSaveExifKey") && std::chrono::steady_clock::now() < end)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    EXPECT_TRUE(reopened().boolForKey("isSaveExifKey"));
+}
+
+TEST_F(NSUserDefaultsTests, AreStoredAtTheEndOfTheProgramInAFolderOfTheUserAlone) {
+    EXPECT_EQ(ChildProcess("set and exit", {inThisFolder()}).wait(), 0);
+    EXPECT_EQ(reopened().integerForKey("first"), 1);
+    EXPECT_EQ(reopened().integerForKey("last"), 2);
+    struct stat status {};
+    ASSERT_EQ(::stat(filePath().parent_path().c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0077, 0u);
+}
+
+TEST_F(NSUserDefaultsTests, OfProcessesThatWriteTogetherAllStay) {
+    std::vector<std::unique_ptr<ChildProcess>> children;
+    for (const char* key : {"a", "b", "c"})
+        children.push_back(std::make_unique<ChildProcess>(
+            "count up", std::vector{inThisFolder(), "ANADROME_TEST_KEY=" + std::string(key)}));
+    for (const auto& child : children)
+        EXPECT_EQ(child->wait(), 0);
+    const NSUserDefaults defaults = reopened();
+    for (const char* key : {"a", "b", "c"})
+        EXPECT_EQ(defaults.integerForKey(key), laps) << key;
+}
+
+TEST_F(NSUserDefaultsTests, SeeWhatAnotherProcessStoredOnceTheyStoreSomething) {
+    NSUserDefaults one(file());
+    NSUserDefaults other(file());
+    one.setInteger(1, "ones");
+    ASSERT_TRUE(one.synchronize());
+    other.setInteger(2, "others");
+    ASSERT_TRUE(other.synchronize());
+    EXPECT_EQ(other.integerForKey("ones"), 1);
+}
+
+TEST_F(NSUserDefaultsTests, AreWholeAfterAKillInTheMiddleOfAWrite) {
+    for (int round = 0; round < 10; ++round) {
+        ChildProcess child("write for ever", {inThisFolder()});
+        ASSERT_EQ(child.readLine(), "begun");
+        std::this_thread::sleep_for(std::chrono::milliseconds(3 * round));
+        child.kill();
+        const NSUserDefaults defaults = reopened();
+        EXPECT_GT(defaults.integerForKey("first"), 0);
+        EXPECT_EQ(defaults.stringForKey("long"), std::string(100'000, 'x'));
+        EXPECT_TRUE(m_debugLines.empty());
+    }
+    NSUserDefaults next = reopened();
+    next.setInteger(-1, "first");
+    EXPECT_TRUE(next.synchronize());
+    EXPECT_EQ(reopened().integerForKey("first"), -1);
+}
+
+TEST_F(NSUserDefaultsTests, TakeADamagedFileForAnEmptyOneAndReplaceIt) {
+    const struct {
+        const char* what;
+        std::function<void()> make;
+    } table[] = {
+        {"cut off", [&] { writeFile("[General]\nindex=3\nisSav"); }},
+        {"garbage",
+         [&] {
+             writeFile(std::string("\x7f"
+                                   "ELF\0\xff\xfe[[[\n\n=\0",
+                                   17));
+         }},
+        {"a folder", [&] { fs::create_directories(filePath()); }},
+        {"a pipe",
+         [&] {
+             fs::create_directories(filePath().parent_path());
+             ::mkfifo(filePath().c_str(), 0600);
+         }},
+    };
+    for (const auto& row : table) {
+        SCOPED_TRACE(row.what);
+        fs::remove_all(filePath().parent_path());
+        m_debugLines.clear();
+        row.make();
+        NSUserDefaults defaults(file());
+        EXPECT_EQ(defaults.integerForKey("index"), 0);
+        EXPECT_EQ(m_debugLines.size(), 1u);
+        defaults.setInteger(4, "index");
+        EXPECT_TRUE(defaults.synchronize());
+        EXPECT_EQ(reopened().integerForKey("index"), 4);
+        EXPECT_TRUE(fs::exists(filePath().string() + ".damaged"));
+    }
+}
+
+TEST_F(NSUserDefaultsTests, StayVisibleWhenTheyCantBeStoredAndAreTriedAgain) {
+    // A file where the folder should be keeps even the administrator out.
+    std::ofstream(filePath().parent_path()) << "in the way";
+    NSUserDefaults defaults(file());
+    defaults.setInteger(3, "index");
+    EXPECT_FALSE(defaults.synchronize());
+    EXPECT_EQ(defaults.integerForKey("index"), 3);
+    EXPECT_FALSE(m_debugLines.empty());
+
+    fs::remove(filePath().parent_path());
+    EXPECT_TRUE(defaults.synchronize());
+    EXPECT_EQ(reopened().integerForKey("index"), 3);
+}
+
+TEST_F(NSUserDefaultsTests, LeaveAReadOnlyFolderAsItIs) {
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "The administrator may write everywhere.";
+    writeFile("[General]\nindex=1\n");
+    fs::permissions(filePath().parent_path(), fs::perms::owner_read | fs::perms::owner_exec);
+    NSUserDefaults defaults(file());
+    defaults.setInteger(3, "index");
+    EXPECT_FALSE(defaults.synchronize());
+    EXPECT_EQ(reopened().integerForKey("index"), 1);
+    fs::permissions(filePath().parent_path(), fs::perms::owner_all);
+}
+
+TEST_F(NSUserDefaultsTests, KeptInMemoryNeitherReadNorChangeTheFile) {
+    writeFile("[General]\nindex=2\nother=7\n");
+    NSUserDefaults defaults(file());
+    defaults.registerDefaults({{"index", 1}});
+    defaults.keepInMemory();
+    EXPECT_EQ(defaults.integerForKey("index"), 1);
+    EXPECT_EQ(defaults.integerForKey("other"), 0);
+    defaults.setInteger(0, "index");
+    EXPECT_TRUE(defaults.synchronize());
+    EXPECT_EQ(defaults.integerForKey("index"), 0);
+    EXPECT_EQ(reopened().integerForKey("index"), 2);
+}
+
+TEST_F(NSUserDefaultsTests, AreSetAndReadOnManyThreads) {
+    NSUserDefaults defaults(file());
+    std::vector<std::jthread> threads;
+    for (int thread = 0; thread < 4; ++thread) {
+        threads.emplace_back([&defaults, key = "key" + std::to_string(thread)] {
+            for (int lap = 1; lap <= 200; ++lap) {
+                defaults.setInteger(lap, key);
+                EXPECT_EQ(defaults.integerForKey(key), lap);
+            }
+        });
+    }
+    threads.clear();
+    EXPECT_TRUE(defaults.synchronize());
+    for (int thread = 0; thread < 4; ++thread)
+        EXPECT_EQ(reopened().integerForKey("key" + std::to_string(thread)), 200);
+}
