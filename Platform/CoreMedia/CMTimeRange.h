@@ -23,4 +23,14 @@ bool CMTimeRangeContainsTime(const CMTimeRange& range, const CMTime& time);
 /// Empty if the two have no time in common.
 CMTimeRange CMTimeRangeGetIntersection(const CMTimeRange& a, const CMTimeRange& b);
 
+/// The time as far through `to` as the given one is through `from`, which it may lie outside of. The exact
+/// fraction where that fits, otherwise within a nanosecond. Invalid if either range is empty or not numeric.
+CMTime CMTimeMapTimeFromRangeToRange(const CMTime& time, const CMTimeRange& from, const CMTimeRange& to);
+
+/// Which stretch of a source is shown in which stretch of a target.
+struct CMTimeMapping {
+    CMTimeRange source;
+    CMTimeRange target;
+};
+
 } // namespace anadrome

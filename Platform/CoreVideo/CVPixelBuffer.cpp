@@ -2,12 +2,12 @@
 
 #include "Platform/CoreVideo/PixelMemory.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <limits>
 #include <map>
 #include <mutex>
-#include <new>
 #include <optional>
 #include <string>
 
@@ -16,19 +16,18 @@ namespace anadrome {
 namespace {
 
 constexpr std::size_t rowAlignment = 64;
-constexpr std::align_val_t memoryAlignment{rowAlignment};
 
 struct Plane {
     std::size_t width = 0;
     std::size_t height = 0;
     std::size_t bytesPerRow = 0;
-    std::size_t offset = 0;
+    std::byte* address = nullptr;
 };
 
 struct Layout {
     /// 0 if the format isn't planar; its rows are then those of the first plane here.
     std::size_t planeCount = 0;
-    std::array<Plane, 2> planes;
+    std::array<Plane, 3> planes;
     std::size_t totalBytes = 0;
 };
 
@@ -36,15 +35,14 @@ struct Layout {
 /// plane.
 Plane makePlane(std::size_t width, std::size_t height, std::size_t bytesPerPixel) {
     const std::size_t bytesPerRow = (width * bytesPerPixel + rowAlignment - 1) / rowAlignment * rowAlignment;
-    return {width, height, bytesPerRow, 0};
+    return {width, height, bytesPerRow};
 }
 
-/// The planes one behind another. Empty if they are too large to count their bytes.
-std::optional<Layout> stacked(std::size_t planeCount, const Plane& first, const Plane& second) {
-    Layout layout{planeCount, {first, second}, 0};
-    for (Plane& plane : layout.planes) {
+/// The planes without addresses. Empty if they are too large to count their bytes.
+std::optional<Layout> stacked(std::size_t planeCount, const std::array<Plane, 3>& planes) {
+    Layout layout{planeCount, planes, 0};
+    for (const Plane& plane : layout.planes) {
         std::size_t bytes = 0;
-        plane.offset = layout.totalBytes;
         if (__builtin_mul_overflow(plane.bytesPerRow, plane.height, &bytes) ||
             __builtin_add_overflow(layout.totalBytes, bytes, &layout.totalBytes))
             return std::nullopt;
@@ -56,7 +54,48 @@ std::optional<Layout> stacked(std::size_t planeCount, const Plane& first, const 
 std::optional<Layout> biPlanarLayout(std::size_t width, std::size_t height, std::size_t bytesPerSample) {
     const Plane luma = makePlane(width, height, bytesPerSample);
     const Plane chroma = makePlane((width + 1) / 2, (height + 1) / 2, 2 * bytesPerSample);
-    return stacked(2, luma, chroma);
+    return stacked(2, {luma, chroma});
+}
+
+std::optional<Layout> planarLayout(std::size_t width, std::size_t height, std::size_t bytesPerSample) {
+    const Plane luma = makePlane(width, height, bytesPerSample);
+    const Plane chroma = makePlane((width + 1) / 2, (height + 1) / 2, bytesPerSample);
+    return stacked(3, {luma, chroma, chroma});
+}
+
+std::optional<Layout> layoutFor(std::size_t width, std::size_t height, OSType pixelFormat) {
+    switch (pixelFormat) {
+    case kCVPixelFormatType_420YpCbCr8BiPlanarVideoRange:
+        return biPlanarLayout(width, height, 1);
+    case kCVPixelFormatType_420YpCbCr10BiPlanarVideoRange:
+        return biPlanarLayout(width, height, 2);
+    case kCVPixelFormatType_420YpCbCr8Planar:
+        return planarLayout(width, height, 1);
+    case kCVPixelFormatType_420YpCbCr10Planar:
+        return planarLayout(width, height, 2);
+    default:
+        return stacked(0, {makePlane(width, height, 4)});
+    }
+}
+
+bool isKnown(OSType pixelFormat) {
+    constexpr OSType known[] = {
+        kCVPixelFormatType_420YpCbCr8BiPlanarVideoRange, kCVPixelFormatType_420YpCbCr10BiPlanarVideoRange,
+        kCVPixelFormatType_420YpCbCr8Planar, kCVPixelFormatType_420YpCbCr10Planar, kCVPixelFormatType_32BGRA};
+    return std::ranges::find(known, pixelFormat) != std::end(known);
+}
+
+CVReturn makeLayout(std::size_t width, std::size_t height, OSType pixelFormat, Layout& layout) {
+    constexpr std::size_t maximumSide = std::numeric_limits<std::int32_t>::max();
+    if (width == 0 || height == 0 || width > maximumSide || height > maximumSide)
+        return kCVReturnInvalidSize;
+    if (!isKnown(pixelFormat))
+        return kCVReturnInvalidPixelFormat;
+    const std::optional<Layout> made = layoutFor(width, height, pixelFormat);
+    if (!made)
+        return kCVReturnInvalidSize;
+    layout = *made;
+    return kCVReturnSuccess;
 }
 
 } // namespace
@@ -68,9 +107,10 @@ public:
         CVAttachmentMode mode;
     };
 
+    /// The owner keeps the planes alive.
     CVPixelBuffer(std::size_t width, std::size_t height, OSType format, const Layout& layout,
-                  PixelMemory memory)
-        : width(width), height(height), format(format), layout(layout), memory(std::move(memory)) {}
+                  std::shared_ptr<const void> owner)
+        : width(width), height(height), format(format), layout(layout), owner(std::move(owner)) {}
 
     const Plane* plane(std::size_t index) const {
         return index < layout.planeCount ? &layout.planes[index] : nullptr;
@@ -81,7 +121,7 @@ public:
     const std::size_t height;
     const OSType format;
     const Layout layout;
-    const PixelMemory memory;
+    const std::shared_ptr<const void> owner;
     std::atomic<std::uint32_t> locks = 0;
     std::mutex attachmentsMutex;
     std::map<std::string, Attachment> attachments;
@@ -89,31 +129,40 @@ public:
 
 CVReturn CVPixelBufferCreate(std::size_t width, std::size_t height, OSType pixelFormat, const Dictionary&,
                              CVPixelBufferRef* out) {
-    constexpr std::size_t maximumSide = std::numeric_limits<std::int32_t>::max();
     if (!out)
         return kCVReturnInvalidArgument;
-    if (width == 0 || height == 0 || width > maximumSide || height > maximumSide)
-        return kCVReturnInvalidSize;
-    std::optional<Layout> layout;
-    switch (pixelFormat) {
-    case kCVPixelFormatType_420YpCbCr8BiPlanarVideoRange:
-        layout = biPlanarLayout(width, height, 1);
-        break;
-    case kCVPixelFormatType_420YpCbCr10BiPlanarVideoRange:
-        layout = biPlanarLayout(width, height, 2);
-        break;
-    case kCVPixelFormatType_32BGRA:
-        layout = stacked(0, makePlane(width, height, 4), {});
-        break;
-    default:
-        return kCVReturnInvalidPixelFormat;
-    }
-    if (!layout)
-        return kCVReturnInvalidSize;
-    PixelMemory memory = PixelMemory::allocate(layout->totalBytes);
-    if (!memory)
+    Layout layout;
+    if (const CVReturn result = makeLayout(width, height, pixelFormat, layout); result != kCVReturnSuccess)
+        return result;
+    auto memory = std::make_shared<PixelMemory>(PixelMemory::allocate(layout.totalBytes));
+    if (!*memory)
         return kCVReturnAllocationFailed;
-    *out = std::make_shared<CVPixelBuffer>(width, height, pixelFormat, *layout, std::move(memory));
+    std::byte* next = memory->get();
+    for (Plane& plane : layout.planes) {
+        plane.address = next;
+        next += plane.bytesPerRow * plane.height;
+    }
+    *out = std::make_shared<CVPixelBuffer>(width, height, pixelFormat, layout, std::move(memory));
+    return kCVReturnSuccess;
+}
+
+CVReturn CVPixelBufferCreateWithPlanarBytes(std::size_t width, std::size_t height, OSType pixelFormat,
+                                            std::span<const CVPlaneBytes> planes,
+                                            std::shared_ptr<const void> owner, CVPixelBufferRef* out) {
+    if (!out)
+        return kCVReturnInvalidArgument;
+    Layout layout;
+    if (const CVReturn result = makeLayout(width, height, pixelFormat, layout); result != kCVReturnSuccess)
+        return result;
+    if (layout.planeCount == 0 || planes.size() != layout.planeCount)
+        return kCVReturnInvalidArgument;
+    layout.totalBytes = 0;
+    for (std::size_t i = 0; i < planes.size(); ++i) {
+        layout.planes[i].address = planes[i].address;
+        layout.planes[i].bytesPerRow = planes[i].bytesPerRow;
+        layout.totalBytes += planes[i].bytesPerRow * layout.planes[i].height;
+    }
+    *out = std::make_shared<CVPixelBuffer>(width, height, pixelFormat, layout, std::move(owner));
     return kCVReturnSuccess;
 }
 
@@ -169,12 +218,12 @@ CVReturn CVPixelBufferUnlockBaseAddress(const CVPixelBufferRef& buffer, std::uin
 }
 
 void* CVPixelBufferGetBaseAddress(const CVPixelBufferRef& buffer) {
-    return buffer && buffer->isLocked() ? buffer->memory.get() : nullptr;
+    return buffer && buffer->isLocked() ? buffer->layout.planes[0].address : nullptr;
 }
 
 void* CVPixelBufferGetBaseAddressOfPlane(const CVPixelBufferRef& buffer, std::size_t plane) {
     const Plane* found = buffer && buffer->isLocked() ? buffer->plane(plane) : nullptr;
-    return found ? buffer->memory.get() + found->offset : nullptr;
+    return found ? found->address : nullptr;
 }
 
 void CVBufferSetAttachments(const CVPixelBufferRef& buffer, const Dictionary& attachments,

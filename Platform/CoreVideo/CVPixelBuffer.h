@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 
 namespace anadrome {
 
@@ -25,6 +26,11 @@ enum : CVReturn {
 inline constexpr OSType kCVPixelFormatType_420YpCbCr8BiPlanarVideoRange = 0x34323076;
 /// 'x420': the same planes with 16-bit little-endian words, the sample in the ten most significant bits.
 inline constexpr OSType kCVPixelFormatType_420YpCbCr10BiPlanarVideoRange = 0x78343230;
+/// 'y420': 8 bits, luma 16 to 235, then Cb, then Cr, a plane each.
+inline constexpr OSType kCVPixelFormatType_420YpCbCr8Planar = 0x79343230;
+/// The same three planes with 16-bit little-endian words, the sample in the ten least significant bits. Our
+/// own: the form in which decoders give and encoders take ten bits.
+inline constexpr OSType kCVPixelFormatType_420YpCbCr10Planar = 0x79344130;
 /// 'BGRA': one plane of four bytes a pixel; not a planar format.
 inline constexpr OSType kCVPixelFormatType_32BGRA = 0x42475241;
 
@@ -43,9 +49,9 @@ enum CVAttachmentMode : std::uint32_t {
 };
 
 /// A picture in memory: planes of rows, and attachments by key. Shared by reference. The pixels aren't
-/// guarded: one thread writes before it hands the buffer on. Every row of every plane takes a multiple of 64
-/// bytes, so a buffer made anew with the same width, height and format has the same row sizes. Addresses may
-/// be taken only while the base address is locked.
+/// guarded: one thread writes before it hands the buffer on. Every row of every plane of a buffer that
+/// CVPixelBufferCreate made takes a multiple of 64 bytes, so one made anew with the same width, height and
+/// format has the same row sizes. Addresses may be taken only while the base address is locked.
 class CVPixelBuffer;
 using CVPixelBufferRef = std::shared_ptr<CVPixelBuffer>;
 using CVImageBufferRef = CVPixelBufferRef;
@@ -54,6 +60,18 @@ using CVImageBufferRef = CVPixelBufferRef;
 /// attachments. Pixels start undefined.
 CVReturn CVPixelBufferCreate(std::size_t width, std::size_t height, OSType pixelFormat,
                              const Dictionary& attributes, CVPixelBufferRef* out);
+
+/// Where a plane lies that belongs to somebody else.
+struct CVPlaneBytes {
+    std::byte* address = nullptr;
+    std::size_t bytesPerRow = 0;
+};
+
+/// A planar buffer over planes that exist already; the owner is let go with the buffer. Rows need no
+/// particular size.
+CVReturn CVPixelBufferCreateWithPlanarBytes(std::size_t width, std::size_t height, OSType pixelFormat,
+                                            std::span<const CVPlaneBytes> planes,
+                                            std::shared_ptr<const void> owner, CVPixelBufferRef* out);
 
 std::size_t CVPixelBufferGetWidth(const CVPixelBufferRef& buffer);
 std::size_t CVPixelBufferGetHeight(const CVPixelBufferRef& buffer);
