@@ -23,7 +23,8 @@ bool isAtLeast(double least, const Dictionary& settings, const char* key) {
 
 bool canEncodeVideo(const Dictionary& settings) {
     const std::string* codec = findString(settings, AVVideoCodecKey);
-    return codec && *codec == AVVideoCodecTypeHEVC && isAtLeast(smallestSide, settings, AVVideoWidthKey) &&
+    return codec && (*codec == AVVideoCodecTypeHEVC || *codec == AVVideoCodecTypeH264) &&
+           isAtLeast(smallestSide, settings, AVVideoWidthKey) &&
            isAtLeast(smallestSide, settings, AVVideoHeightKey);
 }
 

@@ -29,8 +29,8 @@ public:
     AVAssetWriter(const AVAssetWriter&) = delete;
     AVAssetWriter& operator=(const AVAssetWriter&) = delete;
 
-    /// Whether the input's settings can be met: HEVC video or AAC sound with the required keys, one input a
-    /// medium.
+    /// Whether the input's settings can be met: HEVC or H.264 video or AAC sound with the required keys, one
+    /// input a medium.
     bool canAddInput(const AVAssetWriterInput& input) const;
     void addInput(const std::shared_ptr<AVAssetWriterInput>& input);
 

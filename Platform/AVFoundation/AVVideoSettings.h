@@ -6,6 +6,7 @@ namespace anadrome {
 /// Required: the codec, a string.
 inline constexpr const char* AVVideoCodecKey = "AVVideoCodecKey";
 inline constexpr const char* AVVideoCodecTypeHEVC = "hvc1";
+inline constexpr const char* AVVideoCodecTypeH264 = "avc1";
 
 /// Required: the size of the encoded picture in pixels, numbers.
 inline constexpr const char* AVVideoWidthKey = "AVVideoWidthKey";
@@ -29,9 +30,9 @@ inline constexpr const char* AVVideoYCbCrMatrix_ITU_R_2020 = "ITU_R_2020";
 
 /// A dictionary of the two entries below.
 inline constexpr const char* AVVideoCompressionPropertiesKey = "AVVideoCompressionPropertiesKey";
-/// Bits per second, a number. Default 10,000,000.
+/// Bits per second, a number. Without it HEVC gets 10,000,000, and H.264 a constant quality.
 inline constexpr const char* AVVideoAverageBitRateKey = "AverageBitRate";
-/// A string. Default: Main, 8 bits.
+/// A string, for HEVC. Default: Main, 8 bits. H.264 is always High.
 inline constexpr const char* AVVideoProfileLevelKey = "ProfileLevel";
 inline constexpr const char* kVTProfileLevel_HEVC_Main10_AutoLevel = "HEVC_Main10_AutoLevel";
 

@@ -2,6 +2,7 @@
 
 #include "Platform/AVFoundation/AVAudioSettings.h"
 #include "Platform/AVFoundation/Libav/Errors.h"
+#include "Platform/AVFoundation/Libav/Resampler.h"
 
 #include <algorithm>
 
@@ -53,19 +54,10 @@ std::optional<NSError> AACEncoder::prepareResampler(const AudioStreamBasicDescri
         if (std::optional<NSError> error = resample(nullptr, 0))
             return error;
     m_inputFormat = format;
-    AVChannelLayout in{};
-    av_channel_layout_default(&in, static_cast<int>(format.channelsPerFrame));
-    SwrContext* resampler = nullptr;
-    int result =
-        swr_alloc_set_opts2(&resampler, &m_context->ch_layout, m_context->sample_fmt, m_context->sample_rate,
-                            &in, AV_SAMPLE_FMT_S16, static_cast<int>(format.sampleRate), 0, nullptr);
-    m_resampler.reset(resampler);
-    if (result >= 0 && format.channelsPerFrame == 1 && m_context->ch_layout.nb_channels == 2) {
-        // One channel goes to both sides as it is, where the library's own mix would take 3 dB off.
-        constexpr double bothSides[] = {1, 1};
-        result = swr_set_matrix(resampler, bothSides, 1);
-    }
-    return check(result < 0 ? result : swr_init(resampler));
+    m_resampler = makeResampler({usualLayout(static_cast<int>(format.channelsPerFrame)), AV_SAMPLE_FMT_S16,
+                                 static_cast<int>(format.sampleRate)},
+                                {m_context->ch_layout, m_context->sample_fmt, m_context->sample_rate});
+    return m_resampler ? std::nullopt : std::optional(makeAVError(AVErrorUnsupportedOutputSettings));
 }
 
 std::int64_t AACEncoder::inputEnd() const {

@@ -104,4 +104,16 @@ ColorTags tagsFromColorProperties(const Dictionary& properties) {
     return tagsUnder(properties, AVVideoColorPrimariesKey, AVVideoTransferFunctionKey, AVVideoYCbCrMatrixKey);
 }
 
+Dictionary colorPropertiesFor(const ColorTags& tags) {
+    Dictionary properties;
+    attach(properties, AVVideoColorPrimariesKey, tags.primaries, primariesNames);
+    attach(properties, AVVideoTransferFunctionKey, tags.transfer, transferNames);
+    attach(properties, AVVideoYCbCrMatrixKey, tags.matrix, matrixNames);
+    return properties;
+}
+
+bool isHdr(const ColorTags& tags) {
+    return tags.transfer == AVCOL_TRC_SMPTE2084 || tags.transfer == AVCOL_TRC_ARIB_STD_B67;
+}
+
 } // namespace anadrome::libav

@@ -28,7 +28,12 @@ ColorTags assumedTags(int height);
 Dictionary attachmentsFor(const ColorTags& tags);
 ColorTags tagsFromAttachments(const Dictionary& attachments);
 
-/// Tags from an AVVideoColorPropertiesKey dictionary.
+/// Tags from and as an AVVideoColorPropertiesKey dictionary.
 ColorTags tagsFromColorProperties(const Dictionary& properties);
+
+Dictionary colorPropertiesFor(const ColorTags& tags);
+
+/// Whether the picture's brightness goes beyond that of ordinary video.
+bool isHdr(const ColorTags& tags);
 
 } // namespace anadrome::libav

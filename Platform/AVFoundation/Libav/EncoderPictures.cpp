@@ -1,6 +1,7 @@
 #include "Platform/AVFoundation/Libav/EncoderPictures.h"
 
 #include "Platform/AVFoundation/Libav/Errors.h"
+#include "Platform/AVFoundation/Libav/FramePixels.h"
 #include "Platform/AVFoundation/Libav/PixelFormats.h"
 #include "Platform/AVFoundation/Libav/Repack.h"
 
@@ -27,7 +28,9 @@ AVPixelFormat planarFormat(OSType pixelFormat) {
 } // namespace
 
 Result<AVFrame*> EncoderPictures::convert(const CVPixelBufferRef& pixels) {
-    if (std::optional<NSError> error = repack(pixels))
+    if (CVPixelBufferGetPlaneCount(pixels) == 3)
+        m_planar = frameAround(pixels);
+    else if (std::optional<NSError> error = repack(pixels))
         return *error;
     const PictureForm form = formOf(pixels);
     PictureForm target = m_target;

@@ -5,9 +5,10 @@
 
 namespace anadrome::libav {
 
-/// Turns pixel buffers into the planar frames that an encoder takes: 8 or 10 bits, video range, one fixed
-/// size, one fixed colour. Buffers of another size are scaled, buffers of another colour are converted;
-/// untagged ones are taken for what untagged video of their height is. One thread at a time.
+/// Turns pixel buffers, biplanar ones or planar ones of even sizes, into the planar frames that an encoder
+/// takes: 8 or 10 bits, video range, one fixed size, one fixed colour. Buffers of another size are scaled,
+/// buffers of another colour are converted; untagged ones are taken for what untagged video of their height
+/// is. One thread at a time.
 class EncoderPictures {
 public:
     /// A size of even numbers, a planar 4:2:0 format, and a colour; an unspecified colour stays as it comes.

@@ -14,17 +14,51 @@ namespace anadrome::libav {
 
 namespace {
 
+/// The brightness, in cd/m², that becomes the white of ordinary video, and how what lies above is bent:
+/// docs/decisions/0008-tone-mapping.md.
+constexpr const char* toneMappingWhite = "203";
+constexpr const char* toneMappingCurve = "mobius:desat=0";
+
 std::string number(int value) {
     return std::to_string(value);
 }
 
-std::string colorOptions(const ColorTags& source, const ColorTags& target) {
-    if (target == ColorTags{})
-        return {};
-    // The filter counts in the same code points as the tags.
-    return ":primariesin=" + number(source.primaries) + ":primaries=" + number(target.primaries) +
-           ":transferin=" + number(source.transfer) + ":transfer=" + number(target.transfer) +
-           ":matrixin=" + number(source.matrix) + ":matrix=" + number(target.matrix);
+std::string sizeOptions(const PictureForm& target) {
+    return "zscale=w=" + number(target.width) + ":h=" + number(target.height) +
+           ":filter=spline36:rangein=limited:range=limited";
+}
+
+// The filter counts in the same code points as the tags.
+std::string inputColor(const ColorTags& color) {
+    return ":primariesin=" + number(color.primaries) + ":transferin=" + number(color.transfer) +
+           ":matrixin=" + number(color.matrix);
+}
+
+std::string outputColor(const ColorTags& color) {
+    return ":primaries=" + number(color.primaries) + ":transfer=" + number(color.transfer) +
+           ":matrix=" + number(color.matrix);
+}
+
+std::string formatStep(const PictureForm& target) {
+    return std::string(",format=") + av_get_pix_fmt_name(target.format);
+}
+
+/// From HDR to ordinary video: scaled as it is coded, which is the least work, then as light, where 1 is the
+/// white of ordinary video and highlights go beyond; these are bent down to 1.
+std::string toneMappingSteps(const PictureForm& source, const PictureForm& target) {
+    const std::string scaled = sizeOptions(target) + inputColor(source.color) + outputColor(source.color);
+    return scaled + ",zscale=transfer=linear:npl=" + toneMappingWhite +
+           ",format=gbrpf32le,zscale=primaries=" + number(target.color.primaries) +
+           ",tonemap=" + toneMappingCurve + ",zscale=range=limited" + outputColor(target.color) +
+           formatStep(target);
+}
+
+std::string steps(const PictureForm& source, const PictureForm& target) {
+    if (target.color == ColorTags{})
+        return sizeOptions(target) + formatStep(target);
+    if (isHdr(source.color) && !isHdr(target.color))
+        return toneMappingSteps(source, target);
+    return sizeOptions(target) + inputColor(source.color) + outputColor(target.color) + formatStep(target);
 }
 
 } // namespace
@@ -50,10 +84,7 @@ std::optional<NSError> PictureConverter::build(const PictureForm& target) {
     if (result < 0)
         return errorFrom(result, AVErrorUnknown);
 
-    const std::string chain = "[in]zscale=w=" + number(target.width) + ":h=" + number(target.height) +
-                              ":filter=spline36:rangein=limited:range=limited" +
-                              colorOptions(m_source.color, target.color) +
-                              ",format=" + av_get_pix_fmt_name(target.format) + "[out]";
+    const std::string chain = "[in]" + steps(m_source, target) + "[out]";
     AVFilterInOut* outputs = avfilter_inout_alloc();
     AVFilterInOut* inputs = avfilter_inout_alloc();
     *outputs = {av_strdup("in"), m_input, 0, nullptr};

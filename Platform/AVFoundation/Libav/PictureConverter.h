@@ -18,7 +18,8 @@ struct PictureForm {
     friend bool operator==(const PictureForm&, const PictureForm&) = default;
 };
 
-/// Scales pictures and converts their colour, through the colour library's filter. One thread at a time.
+/// Scales pictures and converts their colour, through the colour library's filter; HDR is tone-mapped where
+/// the target is ordinary video. One thread at a time.
 class PictureConverter {
 public:
     /// Where the target's colour is specified, the source's must be too.

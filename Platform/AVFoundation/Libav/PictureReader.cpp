@@ -1,5 +1,7 @@
 #include "Platform/AVFoundation/Libav/PictureReader.h"
 
+#include "Platform/AVFoundation/Libav/FramePixels.h"
+
 #include <algorithm>
 #include <array>
 
@@ -21,6 +23,12 @@ bool isFullRange(const AVFrame& frame) {
 bool mixesFields(const AVFrame& frame) {
     const AVPixFmtDescriptor* format = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(frame.format));
     return frame.interlaced_frame && format->log2_chroma_h == 0 && frame.height % 4 == 0;
+}
+
+OSType planarTypeFor(const AVFrame& frame) {
+    const AVPixFmtDescriptor* format = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(frame.format));
+    return format->comp[0].depth > 8 ? kCVPixelFormatType_420YpCbCr10Planar
+                                     : kCVPixelFormatType_420YpCbCr8Planar;
 }
 
 AVColorSpace matrixOf(const AVFrame& frame) {
@@ -51,7 +59,7 @@ struct Lines {
 
 } // namespace
 
-PictureReader::PictureReader(CMFormatDescriptionRef description, OSType pixelFormat)
+PictureReader::PictureReader(CMFormatDescriptionRef description, std::optional<OSType> pixelFormat)
     : m_description(std::move(description)), m_pixelFormat(pixelFormat) {
     for (const char* key :
          {kCVImageBufferColorPrimariesKey, kCVImageBufferTransferFunctionKey, kCVImageBufferYCbCrMatrixKey})
@@ -85,16 +93,10 @@ CMTime PictureReader::risingTime(const Decoder& decoder, const AVFrame& frame) {
 }
 
 CVPixelBufferRef PictureReader::pixelsOf(const AVFrame& frame) {
-    CVPixelBufferRef pixels;
-    if (CVPixelBufferCreate(static_cast<std::size_t>(frame.width), static_cast<std::size_t>(frame.height),
-                            m_pixelFormat, {}, &pixels) != kCVReturnSuccess)
+    const bool asItIs = !m_pixelFormat && isPlanar420(frame) && !isFullRange(frame);
+    CVPixelBufferRef pixels = asItIs ? pixelsAround(own(av_frame_clone(&frame))) : convertedPixels(frame);
+    if (!pixels)
         return nullptr;
-    CVPixelBufferLockBaseAddress(pixels, 0);
-    const bool converted = scale(frame, PixelPlanes(pixels));
-    CVPixelBufferUnlockBaseAddress(pixels, 0);
-    if (!converted)
-        return nullptr;
-
     Dictionary attachments = m_attachments;
     if (const char* location = chromaLocationName(frame.chroma_location)) {
         attachments.emplace(kCVImageBufferChromaLocationTopFieldKey, location);
@@ -104,16 +106,32 @@ CVPixelBufferRef PictureReader::pixelsOf(const AVFrame& frame) {
     return pixels;
 }
 
-bool PictureReader::scale(const AVFrame& frame, const PixelPlanes& planes) {
-    const Source source{frame.width,        frame.height,    frame.format,
-                        isFullRange(frame), matrixOf(frame), mixesFields(frame)};
-    const int passes = source.byFields ? 2 : 1;
+CVPixelBufferRef PictureReader::convertedPixels(const AVFrame& frame) {
+    CVPixelBufferRef pixels;
+    if (CVPixelBufferCreate(static_cast<std::size_t>(frame.width), static_cast<std::size_t>(frame.height),
+                            m_pixelFormat.value_or(planarTypeFor(frame)), {}, &pixels) != kCVReturnSuccess)
+        return nullptr;
+    CVPixelBufferLockBaseAddress(pixels, 0);
+    const bool converted = scale(frame, pixels);
+    CVPixelBufferUnlockBaseAddress(pixels, 0);
+    return converted ? pixels : nullptr;
+}
+
+bool PictureReader::scale(const AVFrame& frame, const CVPixelBufferRef& pixels) {
+    const Source source{frame.width,
+                        frame.height,
+                        frame.format,
+                        isFullRange(frame),
+                        matrixOf(frame),
+                        mixesFields(frame),
+                        CVPixelBufferGetPixelFormatType(pixels)};
     if (!m_scaler || source != m_source) {
-        m_scaler = makeScaler(frame, frame.height / passes);
+        m_scaler = makeScaler(source);
         m_source = source;
     }
     if (!m_scaler)
         return false;
+    const PixelPlanes planes(pixels);
     Lines lines;
     lines.out = planes.addresses;
     lines.outStrides = planes.strides;
@@ -121,6 +139,7 @@ bool PictureReader::scale(const AVFrame& frame, const PixelPlanes& planes) {
         lines.in[plane] = frame.data[plane];
         lines.inStrides[plane] = frame.linesize[plane];
     }
+    const int passes = source.byFields ? 2 : 1;
     for (int pass = 0; pass < passes; ++pass) {
         const Lines part = source.byFields ? lines.field(pass) : lines;
         sws_scale(m_scaler.get(), part.in.data(), part.inStrides.data(), 0, frame.height / passes,
@@ -129,19 +148,19 @@ bool PictureReader::scale(const AVFrame& frame, const PixelPlanes& planes) {
     return true;
 }
 
-Owned<SwsContext> PictureReader::makeScaler(const AVFrame& frame, int height) const {
+Owned<SwsContext> PictureReader::makeScaler(const Source& source) {
+    const int height = source.byFields ? source.height / 2 : source.height;
     Owned<SwsContext> scaler = own(sws_alloc_context());
-    av_opt_set_int(scaler.get(), "srcw", frame.width, 0);
+    av_opt_set_int(scaler.get(), "srcw", source.width, 0);
     av_opt_set_int(scaler.get(), "srch", height, 0);
-    av_opt_set_int(scaler.get(), "src_format", frame.format, 0);
-    av_opt_set_int(scaler.get(), "dstw", frame.width, 0);
+    av_opt_set_int(scaler.get(), "src_format", source.format, 0);
+    av_opt_set_int(scaler.get(), "dstw", source.width, 0);
     av_opt_set_int(scaler.get(), "dsth", height, 0);
-    av_opt_set_int(scaler.get(), "dst_format", libavFormat(m_pixelFormat), 0);
+    av_opt_set_int(scaler.get(), "dst_format", libavFormat(source.target), 0);
     av_opt_set_int(scaler.get(), "sws_flags", SWS_BICUBIC | SWS_ACCURATE_RND | SWS_FULL_CHR_H_INP, 0);
-    const int* coefficients = sws_getCoefficients(matrixOf(frame));
+    const int* coefficients = sws_getCoefficients(source.matrix);
     constexpr int unity = 1 << 16;
-    sws_setColorspaceDetails(scaler.get(), coefficients, isFullRange(frame), coefficients, 0, 0, unity,
-                             unity);
+    sws_setColorspaceDetails(scaler.get(), coefficients, source.range, coefficients, 0, 0, unity, unity);
     if (sws_init_context(scaler.get(), nullptr, nullptr) < 0)
         scaler.reset();
     return scaler;

@@ -8,6 +8,10 @@ AVPixelFormat libavFormat(OSType pixelFormat) {
         return AV_PIX_FMT_NV12;
     case kCVPixelFormatType_420YpCbCr10BiPlanarVideoRange:
         return AV_PIX_FMT_P010LE;
+    case kCVPixelFormatType_420YpCbCr8Planar:
+        return AV_PIX_FMT_YUV420P;
+    case kCVPixelFormatType_420YpCbCr10Planar:
+        return AV_PIX_FMT_YUV420P10LE;
     case kCVPixelFormatType_32BGRA:
         return AV_PIX_FMT_BGRA;
     default:

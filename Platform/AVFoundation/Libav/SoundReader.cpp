@@ -1,9 +1,10 @@
 #include "Platform/AVFoundation/Libav/SoundReader.h"
 
-#include "Platform/AVFoundation/AVAudioSettings.h"
+#include "Platform/AVFoundation/Libav/PcmBuffers.h"
+#include "Platform/AVFoundation/Libav/Resampler.h"
 
 #include <algorithm>
-#include <cstring>
+#include <span>
 
 extern "C" {
 #include <libavutil/channel_layout.h>
@@ -14,15 +15,6 @@ namespace anadrome::libav {
 namespace {
 
 constexpr int samplesPerBuffer = 1024;
-
-CMFormatDescriptionRef describe(int sampleRate, int channels) {
-    CMFormatDescription description;
-    description.mediaType = CMMediaType::audio;
-    description.mediaSubType = kAudioFormatLinearPCM;
-    description.audio = {static_cast<double>(sampleRate), kAudioFormatLinearPCM,
-                         static_cast<std::uint32_t>(channels), 16, static_cast<std::uint32_t>(channels) * 2};
-    return std::make_shared<const CMFormatDescription>(description);
-}
 
 bool sameForm(const AVFrame& a, const AVFrame& b) {
     return a.format == b.format && a.sample_rate == b.sample_rate &&
@@ -36,27 +28,17 @@ bool SoundReader::prepare(const AVFrame& frame) {
     if (m_resampler && sameForm(*m_source, frame))
         return true;
     if (!m_description)
-        m_description = describe(frame.sample_rate, frame.ch_layout.nb_channels);
-    AVChannelLayout in = frame.ch_layout;
-    AVChannelLayout out = in;
+        m_description = describePcm(frame.sample_rate, frame.ch_layout.nb_channels);
     const int channels = static_cast<int>(m_description->audio.channelsPerFrame);
-    if (frame.ch_layout.nb_channels != channels)
-        av_channel_layout_default(&out, channels);
-
-    SwrContext* resampler = nullptr;
-    const int made = swr_alloc_set_opts2(
-        &resampler, &out, AV_SAMPLE_FMT_S16, static_cast<int>(m_description->audio.sampleRate), &in,
-        static_cast<AVSampleFormat>(frame.format), frame.sample_rate, 0, nullptr);
-    m_resampler.reset(resampler);
+    const SoundForm from{frame.ch_layout, static_cast<AVSampleFormat>(frame.format), frame.sample_rate};
+    const bool sameChannels = frame.ch_layout.nb_channels == channels;
+    m_resampler = makeResampler(from, {sameChannels ? frame.ch_layout : usualLayout(channels),
+                                       AV_SAMPLE_FMT_S16, static_cast<int>(m_description->audio.sampleRate)});
     m_source = makeFrame();
     m_source->format = frame.format;
     m_source->sample_rate = frame.sample_rate;
     av_channel_layout_copy(&m_source->ch_layout, &frame.ch_layout);
-    if (made < 0 || swr_init(resampler) < 0) {
-        m_resampler.reset();
-        return false;
-    }
-    return true;
+    return m_resampler != nullptr;
 }
 
 bool SoundReader::convert(const Decoder& decoder, const AVFrame& frame, const Deliver& deliver) {
@@ -75,22 +57,12 @@ bool SoundReader::convert(const Decoder& decoder, const AVFrame& frame, const De
     for (int done = 0; done < count; done += samplesPerBuffer) {
         const int size = std::min(samplesPerBuffer, count - done);
         const CMTime time = CMTimeAdd(start, CMTimeMake(done, rate));
-        if (!deliver(piece(m_samples.data() + static_cast<std::ptrdiff_t>(done) * channels, size, time)))
+        const std::span piece(m_samples.data() + static_cast<std::ptrdiff_t>(done) * channels,
+                              static_cast<std::size_t>(size) * static_cast<std::size_t>(channels));
+        if (!deliver(makePcmBuffer(m_description, piece, time)))
             return false;
     }
     return true;
-}
-
-CMSampleBufferRef SoundReader::piece(const std::int16_t* samples, int count, const CMTime& time) const {
-    const std::size_t size = static_cast<std::size_t>(count) * m_description->audio.bytesPerFrame;
-    auto block = std::make_shared<CMBlockBuffer>(size);
-    std::memcpy(block->bytes().data(), samples, size);
-    const auto rate = static_cast<std::int32_t>(m_description->audio.sampleRate);
-    const CMSampleTimingInfo timing{CMTimeMake(1, rate), time, kCMTimeInvalid};
-    const std::size_t sampleSize = m_description->audio.bytesPerFrame;
-    CMSampleBufferRef sample;
-    CMSampleBufferCreate(std::move(block), m_description, count, {&timing, 1}, {&sampleSize, 1}, &sample);
-    return sample;
 }
 
 } // namespace anadrome::libav

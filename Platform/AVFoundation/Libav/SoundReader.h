@@ -19,7 +19,6 @@ public:
 
 private:
     bool prepare(const AVFrame& frame);
-    CMSampleBufferRef piece(const std::int16_t* samples, int count, const CMTime& time) const;
 
     CMFormatDescriptionRef m_description;
     Owned<SwrContext> m_resampler;

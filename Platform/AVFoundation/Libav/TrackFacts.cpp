@@ -99,6 +99,7 @@ AVAssetTrack::Facts factsOf(const InputFile& file, int index, StreamTiming timin
 
     AVAssetTrack::Facts facts;
     facts.streamIndex = index;
+    facts.trackID = index + 1;
     facts.timeRange = CMTimeRangeFromTimeToTime(timing.start, timing.end);
     facts.naturalTimeScale = stream->time_base.den;
     facts.sampleCount = timing.sampleCount;

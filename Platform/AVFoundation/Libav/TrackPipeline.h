@@ -15,7 +15,8 @@ class Decoder;
 
 /// What decoded samples are turned into: this pixel format for video, 16-bit interleaved integers for sound.
 struct DecodedForm {
-    OSType pixelFormat = 0;
+    /// Without one the pictures are planar, of 8 or 10 bits as decoded.
+    std::optional<OSType> pixelFormat;
 };
 
 /// Decodes one track on a thread of its own, a few samples ahead of the one who takes them.

@@ -1,7 +1,9 @@
 #include "Platform/AVFoundation/Libav/WriterSession.h"
 
 #include "Platform/AVFoundation/AVError.h"
+#include "Platform/AVFoundation/AVVideoSettings.h"
 #include "Platform/AVFoundation/Libav/AACEncoder.h"
+#include "Platform/AVFoundation/Libav/H264Encoder.h"
 #include "Platform/AVFoundation/Libav/HEVCEncoder.h"
 #include "Platform/Foundation/NSFileManager.h"
 #include "Platform/Foundation/Print.h"
@@ -22,10 +24,12 @@ constexpr CMTime allowedLead{1, 1, kCMTimeFlags_Valid, 0};
 std::shared_ptr<WriterLane> WriterSession::addLane(const AVAssetWriterInput& input) {
     const bool video = input.mediaType() == AVMediaTypeVideo;
     std::unique_ptr<TrackEncoder> encoder;
-    if (video)
-        encoder = std::make_unique<HEVCEncoder>(input.outputSettings(), input.sourceFormatHint());
-    else
+    if (!video)
         encoder = std::make_unique<AACEncoder>(input.outputSettings());
+    else if (*findString(input.outputSettings(), AVVideoCodecKey) == AVVideoCodecTypeH264)
+        encoder = std::make_unique<H264Encoder>(input.outputSettings(), input.sourceFormatHint());
+    else
+        encoder = std::make_unique<HEVCEncoder>(input.outputSettings(), input.sourceFormatHint());
     auto lane = std::make_shared<WriterLane>(std::move(encoder), video ? picturesQueued : soundBuffersQueued);
     m_lanes.push_back(lane);
     return lane;
