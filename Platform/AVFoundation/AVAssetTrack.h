@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/AVFoundation/AVAssetTrackSegment.h"
 #include "Platform/AVFoundation/AVMediaFormat.h"
 #include "Platform/CoreGraphics/CGGeometry.h"
 #include "Platform/CoreMedia/CMTimeRange.h"
@@ -10,13 +11,14 @@
 
 namespace anadrome {
 
-/// One track of an asset. Immutable; any thread.
-class AVAssetTrack {
+/// One track of an asset. That of a file is immutable; any thread.
+class AVAssetTrack : public std::enable_shared_from_this<AVAssetTrack> {
 public:
     struct Facts {
         AVMediaType mediaType = AVMediaTypeVideo;
         URL url{};
         int streamIndex = 0;
+        int trackID = 0;
         CMTimeRange timeRange = kCMTimeRangeZero;
         std::int32_t naturalTimeScale = 0;
         float estimatedDataRate = 0;
@@ -27,7 +29,10 @@ public:
         float nominalFrameRate = 0;
     };
     explicit AVAssetTrack(Facts facts) : m_facts(std::move(facts)) {}
+    virtual ~AVAssetTrack() = default;
 
+    /// Positive, and no other track's of the asset.
+    int trackID() const { return m_facts.trackID; }
     AVMediaType mediaType() const { return m_facts.mediaType; }
     /// When the track has media, in the asset's time. A start above zero means that nothing comes before it.
     const CMTimeRange& timeRange() const { return m_facts.timeRange; }
@@ -47,13 +52,16 @@ public:
     /// Pictures a second on average; 0 if unknown.
     float nominalFrameRate() const { return m_facts.nominalFrameRate; }
 
+    /// What the track is made of, from zero to its end without a gap.
+    virtual std::vector<AVAssetTrackSegment> segments() const;
+
     /// Samples that are presented: pictures of a video track.
     std::int64_t sampleCount() const { return m_facts.sampleCount; }
-    /// Where the samples lie, for the reader.
+    /// Where the samples of a file's track lie, for the reader.
     const URL& url() const { return m_facts.url; }
     int streamIndex() const { return m_facts.streamIndex; }
 
-private:
+protected:
     Facts m_facts;
 };
 

@@ -10,12 +10,16 @@ const char* sentence(AVErrorCode code) {
         return "There is not enough memory.";
     case AVErrorDiskFull:
         return "There is not enough space on the disk.";
+    case AVErrorExportFailed:
+        return "The movie could not be exported.";
     case AVErrorDecodeFailed:
         return "The media could not be decoded.";
     case AVErrorInvalidSourceMedia:
         return "The source media could not be read.";
     case AVErrorFileAlreadyExists:
         return "A file with this name exists already.";
+    case AVErrorInvalidCompositionTrackSegmentDuration:
+        return "A part of the movie would have no duration.";
     case AVErrorFileFormatNotRecognized:
         return "The file is not of a known media format.";
     case AVErrorFileFailedToParse:
@@ -24,6 +28,10 @@ const char* sentence(AVErrorCode code) {
         return "There is no decoder for this media.";
     case AVErrorEncoderNotFound:
         return "There is no encoder for these settings.";
+    case AVErrorOperationNotSupportedForAsset:
+        return "The operation is not supported for this media.";
+    case AVErrorInvalidVideoComposition:
+        return "The composition of the pictures can't be shown.";
     case AVErrorUnsupportedOutputSettings:
         return "The output settings are not supported.";
     case AVErrorUnknown:

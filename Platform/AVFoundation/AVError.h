@@ -13,13 +13,17 @@ enum AVErrorCode : long {
     AVErrorUnknown = -11800,
     AVErrorOutOfMemory = -11801,
     AVErrorDiskFull = -11807,
+    AVErrorExportFailed = -11820,
     AVErrorDecodeFailed = -11821,
     AVErrorInvalidSourceMedia = -11822,
     AVErrorFileAlreadyExists = -11823,
+    AVErrorInvalidCompositionTrackSegmentDuration = -11825,
     AVErrorFileFormatNotRecognized = -11828,
     AVErrorFileFailedToParse = -11829,
     AVErrorDecoderNotFound = -11833,
     AVErrorEncoderNotFound = -11834,
+    AVErrorOperationNotSupportedForAsset = -11838,
+    AVErrorInvalidVideoComposition = -11841,
     AVErrorUnsupportedOutputSettings = -11861,
 };
 
