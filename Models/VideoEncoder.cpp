@@ -1,5 +1,6 @@
 #include "Models/VideoEncoder.h"
 
+#include "Models/ExportTimer.h"
 #include "Models/ReverseRun.h"
 #include "Platform/Foundation/NSFileManager.h"
 #include "Platform/Foundation/Print.h"
@@ -31,7 +32,8 @@ std::optional<std::int64_t> fileSize(const URL& url) {
 } // namespace
 
 VideoEncoder::VideoEncoder(ProgressSink updateProgress)
-    : m_queue(DispatchQueue::serial("videoQueue")), m_updateProgress(std::move(updateProgress)) {}
+    : m_queue(DispatchQueue::serial("videoQueue")), m_updateProgress(std::move(updateProgress)),
+      m_exportTimer(std::make_shared<ExportTimer>()) {}
 
 void VideoEncoder::reverseVideo(const URL& inputUrl, const URL& outputUrl, AVFileType fileType,
                                 Completion completion, bool isReverseOnly) {

@@ -12,6 +12,8 @@
 
 namespace anadrome {
 
+class ExportTimer;
+
 /// The media operations on a clip. They work on files: each reads its input from one and writes a new one.
 class VideoEncoder {
 public:
@@ -19,6 +21,12 @@ public:
     using Completion = std::function<void(bool success, std::optional<std::string> message)>;
     /// Takes a fraction of the whole job. Called from any thread, and often.
     using ProgressSink = std::function<void(float progress)>;
+
+    /// Takes the fraction of one export that is done. Called on the main queue, and once with 1 on the thread
+    /// where the export ended.
+    using ProgressHandler = std::function<void(float progress)>;
+    /// The URL of the new movie, or what went wrong.
+    using URLCompletion = std::function<void(Result<URL> result)>;
 
     /// The sink is where reverseVideo() reports its progress.
     explicit VideoEncoder(ProgressSink updateProgress);
@@ -34,6 +42,24 @@ public:
     void reverseVideo(const URL& inputUrl, const URL& outputUrl, AVFileType fileType, Completion completion,
                       bool isReverseOnly);
 
+    // The exports. All return at once, use the quality that the preference "resolutionIndexKey" names when
+    // they start, and need an output that doesn't exist. What fails before an export starts completes on the
+    // calling thread, before the call returns.
+
+    /// Writes the clip at another speed; 2 halves its duration, which comes out rounded to tenths of a
+    /// second. The picture is upright, with 30 frames a second, and the pitch of the sound follows the speed.
+    void changeSpeed(const URL& inputUrl, const URL& outputUrl, AVFileType fileType, double speed,
+                     ProgressHandler progressHandler, Completion completion);
+
+    /// Writes two clips one after the other, in the size of the first. Their transforms play no part. A
+    /// second clip without video is fatal.
+    void merge(const URL& firstUrl, const URL& secondUrl, const URL& outputUrl, AVFileType fileType,
+               ProgressHandler progressHandler, Completion completion);
+
+    /// Writes the input once more, with the metadata of the source.
+    void compressVideo(const URL& sourceUrl, const URL& inputUrl, const URL& outputUrl, AVFileType fileType,
+                       URLCompletion completion);
+
     /// Bits a second of the first video track, estimated from the file's size if the track doesn't tell.
     /// Empty without a video track or a readable file; a rate that is no 64-bit integer is fatal.
     static std::optional<std::int64_t> originalBitrate(const AVAsset& asset);
@@ -42,6 +68,8 @@ private:
     /// Serial: runs the feed loops and the finishing step of a run.
     const DispatchQueue m_queue;
     const ProgressSink m_updateProgress;
+    /// Of the export that runs.
+    const std::shared_ptr<ExportTimer> m_exportTimer;
 };
 
 } // namespace anadrome
