@@ -121,8 +121,9 @@ std::optional<Dictionary> PreferencesFile::intactContent() const {
         return std::nullopt;
     const QSettings settings(QString::fromStdString(m_path), QSettings::IniFormat);
     Dictionary content = contentOf(settings);
-    // Told only after all lines have been looked at.
-    return settings.status() == QSettings::NoError ? std::optional(std::move(content)) : std::nullopt;
+    // Told only after all lines have been looked at. Another error is one of writing: Qt keeps what couldn't
+    // be written and tries it again whenever the file is opened.
+    return settings.status() != QSettings::FormatError ? std::optional(std::move(content)) : std::nullopt;
 }
 
 } // namespace anadrome

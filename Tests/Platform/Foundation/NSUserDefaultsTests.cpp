@@ -5,20 +5,28 @@
 #include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/ScratchFolder.h"
 
+#include <algorithm>
+#include <atomic>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <gtest/gtest.h>
 #include <limits>
 #include <memory>
+#include <sstream>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 using namespace anadrome;
+using namespace std::string_literals;
 using testing_support::ChildProcess;
 namespace fs = std::filesystem;
 
@@ -71,10 +79,19 @@ constexpr int laps = 20;
         writeForEver();
 }
 
+/// As on a full disk: writing beyond the size fails.
+void limitFileSize(rlim_t bytes) {
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    ::getrlimit(RLIMIT_FSIZE, &limit);
+    limit.rlim_cur = std::min(bytes, limit.rlim_max);
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+}
+
 class NSUserDefaultsTests : public testing::Test {
 protected:
     NSUserDefaultsTests() {
-        setDebugSink([this](std::string_view line) { m_debugLines.emplace_back(line); });
+        setDebugSink([this](std::string_view) { ++m_debugLines; });
     }
     ~NSUserDefaultsTests() override { setDebugSink({}); }
 
@@ -89,8 +106,14 @@ protected:
         std::ofstream(filePath(), std::ios::binary) << text;
     }
 
+    std::string readFile() const {
+        std::ostringstream text;
+        text << std::ifstream(filePath(), std::ios::binary).rdbuf();
+        return text.str();
+    }
+
     testing_support::ScratchFolder m_folder;
-    std::vector<std::string> m_debugLines;
+    std::atomic<int> m_debugLines = 0;
 };
 
 } // namespace
@@ -225,7 +248,7 @@ TEST_F(NSUserDefaultsTests, AreWholeAfterAKillInTheMiddleOfAWrite) {
         const NSUserDefaults defaults = reopened();
         EXPECT_GT(defaults.integerForKey("first"), 0);
         EXPECT_EQ(defaults.stringForKey("long"), std::string(100'000, 'x'));
-        EXPECT_TRUE(m_debugLines.empty());
+        EXPECT_EQ(m_debugLines, 0);
     }
     NSUserDefaults next = reopened();
     next.setInteger(-1, "first");
@@ -239,12 +262,7 @@ TEST_F(NSUserDefaultsTests, TakeADamagedFileForAnEmptyOneAndReplaceIt) {
         std::function<void()> make;
     } table[] = {
         {"cut off", [&] { writeFile("[General]\nindex=3\nisSav"); }},
-        {"garbage",
-         [&] {
-             writeFile(std::string("\x7f"
-                                   "ELF\0\xff\xfe[[[\n\n=\0",
-                                   17));
-         }},
+        {"garbage", [&] { writeFile("\x7f\x45LF\0\xff\xfe[[[\n\n=\0"s); }},
         {"a folder", [&] { fs::create_directories(filePath()); }},
         {"a pipe",
          [&] {
@@ -255,11 +273,11 @@ TEST_F(NSUserDefaultsTests, TakeADamagedFileForAnEmptyOneAndReplaceIt) {
     for (const auto& row : table) {
         SCOPED_TRACE(row.what);
         fs::remove_all(filePath().parent_path());
-        m_debugLines.clear();
+        m_debugLines = 0;
         row.make();
         NSUserDefaults defaults(file());
         EXPECT_EQ(defaults.integerForKey("index"), 0);
-        EXPECT_EQ(m_debugLines.size(), 1u);
+        EXPECT_EQ(m_debugLines, 1);
         defaults.setInteger(4, "index");
         EXPECT_TRUE(defaults.synchronize());
         EXPECT_EQ(reopened().integerForKey("index"), 4);
@@ -274,23 +292,37 @@ TEST_F(NSUserDefaultsTests, StayVisibleWhenTheyCantBeStoredAndAreTriedAgain) {
     defaults.setInteger(3, "index");
     EXPECT_FALSE(defaults.synchronize());
     EXPECT_EQ(defaults.integerForKey("index"), 3);
-    EXPECT_FALSE(m_debugLines.empty());
+    EXPECT_GT(m_debugLines, 0);
 
     fs::remove(filePath().parent_path());
     EXPECT_TRUE(defaults.synchronize());
     EXPECT_EQ(reopened().integerForKey("index"), 3);
 }
 
-TEST_F(NSUserDefaultsTests, LeaveAReadOnlyFolderAsItIs) {
-    if (::geteuid() == 0)
-        GTEST_SKIP() << "The administrator may write everywhere.";
-    writeFile("[General]\nindex=1\n");
-    fs::permissions(filePath().parent_path(), fs::perms::owner_read | fs::perms::owner_exec);
-    NSUserDefaults defaults(file());
-    defaults.setInteger(3, "index");
-    EXPECT_FALSE(defaults.synchronize());
-    EXPECT_EQ(reopened().integerForKey("index"), 1);
-    fs::permissions(filePath().parent_path(), fs::perms::owner_all);
+TEST_F(NSUserDefaultsTests, LeaveTheFileAsItIsWhenItCantBeWritten) {
+    const std::string text = "[General]\nindex=1\n";
+    std::vector<std::pair<std::function<void()>, std::function<void()>>> hindrances = {
+        {[] { limitFileSize(0); }, [] { limitFileSize(RLIM_INFINITY); }},
+    };
+    // The administrator may write into every folder.
+    if (::geteuid() != 0)
+        hindrances.push_back({[&] {
+                                  fs::permissions(filePath().parent_path(),
+                                                  fs::perms::owner_read | fs::perms::owner_exec);
+                              },
+                              [&] { fs::permissions(filePath().parent_path(), fs::perms::owner_all); }});
+    for (const auto& [hinder, allow] : hindrances) {
+        writeFile(text);
+        NSUserDefaults defaults(file());
+        hinder();
+        defaults.setInteger(3, "index");
+        const bool wasStored = defaults.synchronize() || defaults.synchronize();
+        allow();
+        EXPECT_FALSE(wasStored);
+        EXPECT_EQ(readFile(), text);
+        EXPECT_TRUE(defaults.synchronize());
+        EXPECT_EQ(reopened().integerForKey("index"), 3);
+    }
 }
 
 TEST_F(NSUserDefaultsTests, KeptInMemoryNeitherReadNorChangeTheFile) {
