@@ -14,10 +14,15 @@ namespace anadrome::libav {
 
 namespace {
 
-/// The brightness, in cd/m², that becomes the white of ordinary video, and how what lies above is bent:
-/// docs/decisions/0008-tone-mapping.md.
+/// The brightness, in cd/m², that becomes the white of ordinary video, as ITU-R BT.2408 has it.
 constexpr const char* toneMappingWhite = "203";
-constexpr const char* toneMappingCurve = "mobius:desat=0";
+
+/// What lies above that white is bent, up to a peak in its multiples: 1,000 cd/m² for HLG, which knows no
+/// more, and about 2,000 for PQ, whose content seldom has. docs/decisions/0008-tone-mapping.md tells why.
+std::string toneMapping(const ColorTags& source) {
+    const bool isHlg = source.transfer == AVCOL_TRC_ARIB_STD_B67;
+    return std::string("tonemap=mobius:desat=0:peak=") + (isHlg ? "4.93" : "10");
+}
 
 std::string number(int value) {
     return std::to_string(value);
@@ -48,8 +53,8 @@ std::string formatStep(const PictureForm& target) {
 std::string toneMappingSteps(const PictureForm& source, const PictureForm& target) {
     const std::string scaled = sizeOptions(target) + inputColor(source.color) + outputColor(source.color);
     return scaled + ",zscale=transfer=linear:npl=" + toneMappingWhite +
-           ",format=gbrpf32le,zscale=primaries=" + number(target.color.primaries) +
-           ",tonemap=" + toneMappingCurve + ",zscale=range=limited" + outputColor(target.color) +
+           ",format=gbrpf32le,zscale=primaries=" + number(target.color.primaries) + "," +
+           toneMapping(source.color) + ",zscale=range=limited" + outputColor(target.color) +
            formatStep(target);
 }
 
