@@ -47,7 +47,8 @@ public:
 
     /// The size in square pixels before the transform; zero for sound.
     CGSize naturalSize() const { return m_facts.naturalSize; }
-    /// How the picture is to be turned for showing, as the file has it.
+    /// How the picture is to be turned for showing: as the file has it, and moved so that its top left corner
+    /// comes to lie in the origin, which files often get wrong.
     const CGAffineTransform& preferredTransform() const { return m_facts.preferredTransform; }
     /// Pictures a second on average; 0 if unknown.
     float nominalFrameRate() const { return m_facts.nominalFrameRate; }

@@ -24,8 +24,16 @@ bool isPresented(const AVStream* stream) {
            !(stream->disposition & stillPictures);
 }
 
+/// Moves the shown picture's top left corner to the origin. Many files turn a picture and don't move it back
+/// into view, or move it by the wrong side.
+CGAffineTransform movedIntoView(CGAffineTransform t, CGSize size) {
+    t.tx = -std::min(t.a * size.width, 0.0) - std::min(t.c * size.height, 0.0);
+    t.ty = -std::min(t.b * size.width, 0.0) - std::min(t.d * size.height, 0.0);
+    return t;
+}
+
 /// The track matrix of the file: nine terms, the outer column in 2.30 and the rest in 16.16 fixed point.
-CGAffineTransform transformOf(const AVStream* stream) {
+CGAffineTransform transformOf(const AVStream* stream, CGSize naturalSize) {
     std::size_t size = 0;
     const std::uint8_t* data = av_stream_get_side_data(stream, AV_PKT_DATA_DISPLAYMATRIX, &size);
     if (!data || size < 9 * sizeof(std::int32_t))
@@ -34,7 +42,7 @@ CGAffineTransform transformOf(const AVStream* stream) {
     constexpr double one = 1 << 16;
     const CGAffineTransform transform{m[0] / one, m[1] / one, m[3] / one, m[4] / one, m[6] / one, m[7] / one};
     const bool collapses = transform.a * transform.d == transform.b * transform.c;
-    return collapses ? CGAffineTransformIdentity : transform;
+    return collapses ? CGAffineTransformIdentity : movedIntoView(transform, naturalSize);
 }
 
 /// Square pixels of the stored height. Aspects that can't be meant are ignored.
@@ -114,7 +122,7 @@ AVAssetTrack::Facts factsOf(const InputFile& file, int index, StreamTiming timin
     }
     facts.mediaType = AVMediaTypeVideo;
     facts.naturalSize = naturalSizeOf(file, stream);
-    facts.preferredTransform = transformOf(stream);
+    facts.preferredTransform = transformOf(stream, facts.naturalSize);
     facts.nominalFrameRate = static_cast<float>(frameRate);
     facts.formatDescriptions = {describeVideo(file, index, frameRate)};
     return facts;
