@@ -65,7 +65,8 @@ def video_encoder(preset: str, bit_rate: int) -> list[str]:
 def export_video_encoder() -> list[str]:
     """ffmpeg's arguments for the encoder of exports."""
     return ["-c:v", "libx264", "-profile:v", "high", "-preset", _constant(EXPORT_ENCODER, "x264Preset"),
-            "-crf", _constant(EXPORT_ENCODER, "constantRateFactor"), "-pix_fmt", "yuv420p"]
+            "-crf", _constant(EXPORT_ENCODER, "constantRateFactor"),
+            "-g", _constant(EXPORT_ENCODER, "keyFrameInterval"), "-pix_fmt", "yuv420p"]
 
 
 def sound_encoder(sample_rate: int = 44100) -> list[str]:
