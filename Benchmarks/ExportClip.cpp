@@ -1,6 +1,7 @@
 // Runs one export of VideoEncoder on files, for the benchmarks: exits with 0, or 1 and the message.
 
 #include "Models/VideoEncoder.h"
+#include "Platform/Foundation/NSFileManager.h"
 #include "Platform/Foundation/NSUserDefaults.h"
 
 #include <CLI/CLI.hpp>
@@ -61,6 +62,8 @@ int main(int argc, char** argv) {
     parser.add_option("--quality", options.quality)->check(CLI::Range(0, 2));
     CLI11_PARSE(parser, argc, argv);
 
+    // An export needs an output that doesn't exist, and the rounds of a benchmark give the same one.
+    NSFileManager::defaultManager().removeItemAtPath(options.output);
     NSUserDefaults::standardUserDefaults().keepInMemory();
     NSUserDefaults::standardUserDefaults().setInteger(options.quality, "resolutionIndexKey");
     VideoEncoder encoder([](float) {});

@@ -24,6 +24,10 @@ class Clip:
     channels: int  # 0 without sound
     seconds: float
 
+    @property
+    def size(self) -> tuple[int, int]:
+        return self.width, self.height
+
     def sound_bytes(self) -> int:
         """Of all sound, decoded to 16 bits."""
         return int(self.seconds * self.sound_rate * self.channels * 2)
@@ -85,10 +89,17 @@ def reversed_sound(clip: Clip, folder: Path) -> Path:
     return raw
 
 
-def picture_input(clip: Clip, raw: Path) -> list[str]:
-    """ffmpeg's arguments to read the raw pictures of a clip."""
-    return ["-f", "rawvideo", "-pixel_format", "yuv420p", "-video_size", f"{clip.width}x{clip.height}",
-            "-framerate", str(clip.frame_rate), "-i", str(raw)]
+def picture_input(size: tuple[int, int], frame_rate: Fraction | int, raw: Path) -> list[str]:
+    """ffmpeg's arguments to read raw pictures."""
+    return ["-f", "rawvideo", "-pixel_format", "yuv420p", "-video_size", f"{size[0]}x{size[1]}",
+            "-framerate", str(frame_rate), "-i", str(raw)]
+
+
+def packet_sizes(movie: Path) -> list[int]:
+    """The bytes of each of its pictures."""
+    sizes = output_of(["ffprobe", "-v", "error", "-select_streams", "v:0", "-show_entries", "packet=size",
+                       "-of", "csv=print_section=0", str(movie)])
+    return [int(size.strip(",")) for size in sizes.split()]
 
 
 def sound_input(clip: Clip, raw: Path) -> list[str]:

@@ -8,10 +8,13 @@ ROOT = Path(__file__).resolve().parent.parent
 BUILD = ROOT / "build" / "bench"
 CLI = BUILD / "Terminal" / "anadrome-cli"
 CLIP_MAKER = BUILD / "Tests" / "anadrome-make-clip"
+EXPORT_CLIP = BUILD / "Benchmarks" / "anadrome-export-clip"
 FRAME_STORE = BUILD / "Benchmarks" / "frame_store_bench"
 CLIPS = BUILD / "clips"
 
-ENCODER_SOURCE = ROOT / "Platform" / "AVFoundation" / "Libav" / "HEVCEncoder.cpp"
+ENCODERS = ROOT / "Platform" / "AVFoundation" / "Libav"
+REVERSAL_ENCODER = ENCODERS / "HEVCEncoder.cpp"
+EXPORT_ENCODER = ENCODERS / "H264Encoder.cpp"
 YARDSTICK_PRESET = "medium"
 
 FFMPEG = ["ffmpeg", "-v", "error", "-nostdin", "-y"]
@@ -36,19 +39,20 @@ FULL_PLAN = Plan(rounds=3, length_scale=1)
 QUICK_PLAN = Plan(rounds=1, length_scale=0.1)
 
 
-def _from_encoder_source(pattern: str, what: str) -> str:
-    found = re.findall(pattern, ENCODER_SOURCE.read_text())
+def _constant(source: Path, name: str) -> str:
+    """The text or number that a constant in a source is set to."""
+    found = re.findall(rf'\b{name}\s*=\s*"?([^";]+)"?;', source.read_text())
     if len(found) != 1:
-        raise BenchmarkError(f"{ENCODER_SOURCE}: expected one {what}, found {len(found)}")
+        raise BenchmarkError(f"{source}: expected one {name}, found {len(found)}")
     return found[0]
 
 
 def project_preset() -> str:
-    return _from_encoder_source(r'x265Preset\s*=\s*"(\w+)"', "x265Preset")
+    return _constant(REVERSAL_ENCODER, "x265Preset")
 
 
 def project_options() -> str:
-    return _from_encoder_source(r'x265Tuning\s*=\s*"([^"]+)"', "x265Tuning") + ":log-level=none"
+    return _constant(REVERSAL_ENCODER, "x265Tuning") + ":log-level=none"
 
 
 def video_encoder(preset: str, bit_rate: int) -> list[str]:
@@ -58,8 +62,15 @@ def video_encoder(preset: str, bit_rate: int) -> list[str]:
             "-tag:v", "hvc1"]
 
 
-def sound_encoder() -> list[str]:
-    return ["-c:a", "aac", "-b:a", "128k", "-ar", "44100", "-ac", "2"]
+def export_video_encoder() -> list[str]:
+    """ffmpeg's arguments for the encoder of exports."""
+    return ["-c:v", "libx264", "-profile:v", "high", "-preset", _constant(EXPORT_ENCODER, "x264Preset"),
+            "-crf", _constant(EXPORT_ENCODER, "constantRateFactor"),
+            "-g", _constant(EXPORT_ENCODER, "keyFrameInterval"), "-pix_fmt", "yuv420p"]
+
+
+def sound_encoder(sample_rate: int = 44100) -> list[str]:
+    return ["-c:a", "aac", "-b:a", "128k", "-ar", str(sample_rate), "-ac", "2"]
 
 
 def reverse_with_program(clip: Path, movie: Path) -> list[str]:

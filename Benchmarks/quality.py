@@ -5,7 +5,7 @@ import re
 import sys
 from pathlib import Path
 
-from clips import HD720, HD1080, Clip, described, made, picture_input, reversed_pictures
+from clips import HD720, HD1080, Clip, described, made, packet_sizes, picture_input, reversed_pictures
 from common import CLIPS, FFMPEG, YARDSTICK_PRESET, BenchmarkError, Plan, project_preset, \
     reverse_with_program, video_encoder
 from measure import Cost, interleaved, output_of, run
@@ -15,20 +15,15 @@ REAL_CLIP = "ANADROME_MEDIA"
 SECONDS = 5
 
 
-def _packet_sizes(movie: Path) -> list[int]:
-    sizes = output_of(["ffprobe", "-v", "error", "-select_streams", "v:0", "-show_entries", "packet=size",
-                       "-of", "csv=print_section=0", str(movie)])
-    return [int(size.strip(",")) for size in sizes.split()]
-
-
 def _luma_psnr(movie: Path, clip: Clip, raw: Path) -> float:
     """In decibels, over all frames, which are paired by their number."""
     frames = raw.stat().st_size // (clip.width * clip.height * 3 // 2)
-    if (written := len(_packet_sizes(movie))) != frames:
+    if (written := len(packet_sizes(movie))) != frames:
         raise BenchmarkError(f"{movie} has {written} frames and not {frames}")
     count = "settb=1/1000,setpts=N"
     printed = output_of(["ffmpeg", "-nostdin", "-hide_banner", "-noautorotate", "-i", str(movie),
-                         *picture_input(clip, raw), "-lavfi", f"[0:v]{count}[a];[1:v]{count}[b];[a][b]psnr",
+                         *picture_input(clip.size, clip.frame_rate, raw), "-lavfi",
+                         f"[0:v]{count}[a];[1:v]{count}[b];[a][b]psnr",
                          "-fps_mode", "passthrough", "-f", "null", "-"])
     found = re.search(r"PSNR y:([\d.]+)", printed)
     if not found:
@@ -37,12 +32,13 @@ def _luma_psnr(movie: Path, clip: Clip, raw: Path) -> float:
 
 
 def _encode(clip: Clip, raw: Path, preset: str, movie: Path) -> list[str]:
-    return [*FFMPEG, *picture_input(clip, raw), *video_encoder(preset, clip.bit_rate), str(movie)]
+    return [*FFMPEG, *picture_input(clip.size, clip.frame_rate, raw), *video_encoder(preset, clip.bit_rate),
+            str(movie)]
 
 
 def _rows(clip: Clip, costs: dict[str, Cost], movies: dict[str, Path], raw: Path) -> list[Row]:
     psnr = {name: _luma_psnr(movie, clip, raw) for name, movie in movies.items()}
-    size = {name: sum(_packet_sizes(movie)) for name, movie in movies.items()}
+    size = {name: sum(packet_sizes(movie)) for name, movie in movies.items()}
     own, usual = project_preset(), YARDSTICK_PRESET
     return [
         Row(f"PSNR, {usual} − {own}", clip.name, psnr[usual] - psnr[own], at_most(1.2), "dB"),

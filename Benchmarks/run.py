@@ -7,14 +7,17 @@ import tempfile
 from pathlib import Path
 from types import ModuleType
 
+import exports
 import frame_store
 import memory
 import quality
 import speed
-from common import BUILD, FULL_PLAN, QUICK_PLAN, BenchmarkError, Plan, project_options, project_preset
+from common import BUILD, FULL_PLAN, QUICK_PLAN, BenchmarkError, Plan, export_video_encoder, \
+    project_options, project_preset
 from report import Row, summary, table
 
-CLAIMS: dict[str, ModuleType] = {module.__name__: module for module in (speed, memory, quality, frame_store)}
+CLAIMS: dict[str, ModuleType] = {module.__name__: module
+                                 for module in (speed, memory, quality, frame_store, exports)}
 
 HELP = """\
 All numbers of a table come from one run: the programs take turns, and the medians of their rounds are
@@ -40,8 +43,9 @@ def _arguments() -> argparse.Namespace:
 
 
 def _conditions(plan: Plan, load_before: float) -> str:
-    return (f"libx265 {project_preset()}, {project_options()}; {os.cpu_count()} cores, load average before "
-            f"{load_before:.1f}; medians; interleaved rounds: {plan.rounds}.")
+    return (f"libx265 {project_preset()}, {project_options()}; "
+            f"exports: {' '.join(export_video_encoder())}; {os.cpu_count()} cores, load average before "
+            f"{load_before:.1f}, after {os.getloadavg()[0]:.1f}; medians; interleaved rounds: {plan.rounds}.")
 
 
 def _measure(names: list[str], plan: Plan) -> list[Row]:

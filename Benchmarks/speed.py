@@ -10,7 +10,7 @@ from report import Row, at_most
 
 
 def _commands(clip: Clip, folder: Path) -> dict[str, list[str]]:
-    raw_inputs = [*picture_input(clip, reversed_pictures(clip, folder)),
+    raw_inputs = [*picture_input(clip.size, clip.frame_rate, reversed_pictures(clip, folder)),
                   *sound_input(clip, reversed_sound(clip, folder))]
     return {
         "anadrome": reverse_with_program(clip.path, folder / "anadrome.mov"),

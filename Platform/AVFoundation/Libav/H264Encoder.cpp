@@ -9,13 +9,16 @@ namespace anadrome::libav {
 namespace {
 
 /// docs/decisions/0007-export-settings.md tells how these were chosen.
-constexpr const char* x264Preset = "veryfast";
-constexpr double constantRateFactor = 20;
+constexpr const char* x264Preset = "superfast";
+constexpr double constantRateFactor = 22;
+/// Pictures from one key frame to the next at most: what a player decodes to show the one it seeks.
+constexpr int keyFrameInterval = 60;
 
 } // namespace
 
 void H264Encoder::configure(AVCodecContext& context) const {
     context.profile = FF_PROFILE_H264_HIGH;
+    context.gop_size = keyFrameInterval;
     av_opt_set(context.priv_data, "preset", x264Preset, 0);
     av_opt_set(context.priv_data, "profile", "high", 0);
     if (const std::optional<std::int64_t> rate = bitRate())
