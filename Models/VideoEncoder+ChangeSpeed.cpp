@@ -12,6 +12,12 @@ namespace {
 
 constexpr std::int32_t durationTimeScale = 600;
 
+/// The time at the scale that is nearest. Seconds computed from a time at that very scale may lie a rounding
+/// error below it, and a tick too few would shift which picture is on screen.
+CMTime timeFrom(double seconds, std::int32_t timeScale) {
+    return CMTimeMakeWithSeconds(seconds + 0.5 / timeScale, timeScale);
+}
+
 /// A stretch of the source and where and how long it is shown, in seconds.
 struct ScaledStretch {
     double start;
@@ -30,15 +36,14 @@ std::optional<NSError> insertAndScale(const AVAsset& asset, AVMutableComposition
         return std::nullopt;
     }
     const AVAssetTrackRef& track = tracks.front();
-    const auto timeFrom = [scale = track->naturalTimeScale()](double seconds) {
-        return CMTimeMakeWithSeconds(seconds, scale);
-    };
-    const CMTimeRange range = CMTimeRangeFromTimeToTime(timeFrom(stretch.start), timeFrom(stretch.end));
-    const CMTime insertionTime = timeFrom(stretch.insertionTime);
+    const std::int32_t timeScale = track->naturalTimeScale();
+    const CMTimeRange range =
+        CMTimeRangeFromTimeToTime(timeFrom(stretch.start, timeScale), timeFrom(stretch.end, timeScale));
+    const CMTime insertionTime = timeFrom(stretch.insertionTime, timeScale);
     if (std::optional<NSError> error = compositionTrack.insertTimeRange(range, track, insertionTime))
         return error;
     compositionTrack.scaleTimeRange(CMTimeRangeMake(insertionTime, range.duration),
-                                    CMTimeMakeWithSeconds(stretch.newDuration, durationTimeScale));
+                                    timeFrom(stretch.newDuration, durationTimeScale));
     return std::nullopt;
 }
 

@@ -29,7 +29,9 @@ bool AVAssetWriterInput::appendSampleBuffer(const CMSampleBufferRef& sample) {
     libav::EncoderInput input;
     input.time = CMSampleBufferGetPresentationTimeStamp(sample);
     input.pixels = CMSampleBufferGetImageBuffer(sample);
-    if (!input.pixels)
+    if (input.pixels)
+        input.duration = CMSampleBufferGetDuration(sample);
+    else
         input.sound = sample;
     if ((input.pixels != nullptr) != (m_mediaType == AVMediaTypeVideo))
         fatalError("AVAssetWriterInput: a sample of another medium was appended");
@@ -37,7 +39,7 @@ bool AVAssetWriterInput::appendSampleBuffer(const CMSampleBufferRef& sample) {
 }
 
 bool AVAssetWriterInput::append(CVPixelBufferRef pixels, const CMTime& time) {
-    return session().append(*m_lane, {std::move(pixels), time, nullptr});
+    return session().append(*m_lane, {std::move(pixels), time, kCMTimeInvalid, nullptr});
 }
 
 void AVAssetWriterInput::markAsFinished() {

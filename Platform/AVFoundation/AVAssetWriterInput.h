@@ -39,7 +39,9 @@ public:
     void requestMediaDataWhenReadyOnQueue(const DispatchQueue& queue, std::function<void()> block);
 
     /// Takes one sample. False if the writer isn't writing or the times don't rise. Invalid times lay samples
-    /// end to end from the session's start. Appending while not ready is allowed and only grows the queue.
+    /// end to end from the session's start. A picture lasts until the next one; the last one for its own
+    /// duration, or as long as the one before it if it has none. Appending while not ready is allowed and
+    /// only grows the queue.
     bool appendSampleBuffer(const CMSampleBufferRef& sample);
 
     /// No more samples will come. Other inputs no longer wait for this one.

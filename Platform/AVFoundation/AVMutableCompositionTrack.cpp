@@ -59,10 +59,12 @@ std::size_t AVMutableCompositionTrack::splitAt(const CMTime& time) {
     const auto found = std::ranges::find_if(m_segments, [&](const AVAssetTrackSegment& segment) {
         return CMTimeCompare(CMTimeRangeGetEnd(segment.timeMapping.target), time) > 0;
     });
+    const auto index = static_cast<std::size_t>(found - m_segments.begin());
     if (found == m_segments.end() || CMTimeCompare(found->timeMapping.target.start, time) >= 0)
-        return static_cast<std::size_t>(found - m_segments.begin());
+        return index;
     AVAssetTrackSegment behind = cutOff(*found, time);
-    return static_cast<std::size_t>(m_segments.insert(found + 1, std::move(behind)) - m_segments.begin());
+    m_segments.insert(found + 1, std::move(behind));
+    return index + 1;
 }
 
 std::optional<NSError> AVMutableCompositionTrack::insertTimeRange(const CMTimeRange& range,

@@ -14,6 +14,8 @@ namespace anadrome::testing_support {
 enum class Detail {
     Flat, ///< a plain background: small files that are quick to make
     Rich, ///< moving texture and grain, as hard to code as camera footage
+    Ramp, ///< grey that rises from no signal at the left to the full one at the right; seen from 25 to 30 %
+          ///< of the height
 };
 
 /// What a made clip is like. Fields are meant to be named: makeClip(path, {.width = 64, .height = 48}).

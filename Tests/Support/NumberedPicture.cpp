@@ -46,7 +46,7 @@ bool isHighDynamicRange(ColourPreset colour) {
 
 NumberedPicture::NumberedPicture(const ClipOptions& options, AVPixelFormat format, bool fullRange)
     : coding_{tagsOf(options.colour).matrix, fullRange, av_pix_fmt_desc_get(format)->comp[0].depth},
-      white_(isHighDynamicRange(options.colour) ? 0.65 : 1.0) {
+      white_(isHighDynamicRange(options.colour) ? 0.65 : 1.0), isRamp_(options.detail == Detail::Ramp) {
     if (options.detail == Detail::Rich)
         texture_.emplace(options.width, options.height, format, colour(0, 0, 0), colour(1, 1, 1));
 }
@@ -59,12 +59,21 @@ void NumberedPicture::draw(AVFrame& frame, int number) const {
     Canvas canvas(frame);
     if (texture_)
         texture_->draw(canvas, number);
+    else if (isRamp_)
+        drawRamp(canvas);
     else
         canvas.fill({0, 0, canvas.width(), canvas.height()}, colour(0.4, 0.4, 0.4));
     drawMotion(canvas, number);
     drawDigits(canvas, number);
     drawCode(canvas, number);
     drawCorners(canvas);
+}
+
+void NumberedPicture::drawRamp(Canvas& canvas) const {
+    for (int x = 0; x < canvas.width(); ++x) {
+        const double grey = static_cast<double>(x) / (canvas.width() - 1);
+        canvas.fill({x, 0, x + 1, canvas.height()}, codeValues({grey, grey, grey}, coding_));
+    }
 }
 
 void NumberedPicture::drawCode(Canvas& canvas, int number) const {

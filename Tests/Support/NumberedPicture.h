@@ -19,6 +19,7 @@ public:
 
 private:
     CodeValues colour(double red, double green, double blue) const;
+    void drawRamp(Canvas& canvas) const;
     void drawCode(Canvas& canvas, int number) const;
     void drawDigits(Canvas& canvas, int number) const;
     void drawCorners(Canvas& canvas) const;
@@ -26,6 +27,7 @@ private:
 
     SignalCoding coding_;
     double white_;
+    bool isRamp_;
     std::optional<RichTexture> texture_;
 };
 

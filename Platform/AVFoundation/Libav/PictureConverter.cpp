@@ -103,6 +103,11 @@ std::optional<NSError> PictureConverter::build(const PictureForm& target) {
 }
 
 Result<AVFrame*> PictureConverter::convert(AVFrame* frame) {
+    // A step that has nothing to convert passes its picture on as it is, without the colour it was told, and
+    // the next step looks for that in the picture.
+    frame->color_primaries = m_source.color.primaries;
+    frame->color_trc = m_source.color.transfer;
+    frame->colorspace = m_source.color.matrix;
     av_frame_unref(m_result.get());
     int result = av_buffersrc_add_frame_flags(m_input, frame, AV_BUFFERSRC_FLAG_KEEP_REF);
     if (result >= 0)

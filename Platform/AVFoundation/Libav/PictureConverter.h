@@ -28,7 +28,8 @@ public:
 
     const PictureForm& source() const { return m_source; }
 
-    /// The result belongs to this object and is good until the next call.
+    /// Gives the frame the source's colour tags. The result belongs to this object and is good until the next
+    /// call.
     Result<AVFrame*> convert(AVFrame* frame);
 
 private:

@@ -84,11 +84,12 @@ std::optional<NSError> PictureEncoder::encode(const EncoderInput& input, const P
     Result<AVFrame*> frame = m_pictures->convert(input.pixels);
     if (!frame)
         return frame.error();
-    const CMTime time =
-        CMTimeConvertScale(input.time, m_context->time_base.den, CMTimeRoundingMethod::RoundHalfAwayFromZero);
-    (*frame)->pts = time.value;
+    (*frame)->pts = toTicks(input.time);
     (*frame)->pict_type = AV_PICTURE_TYPE_NONE;
-    m_times.push_back(time.value);
+    m_times.push_back((*frame)->pts);
+    m_lastDuration = CMTIME_IS_NUMERIC(input.duration) && input.duration.value > 0
+                         ? std::optional(toTicks(CMTimeAdd(input.time, input.duration)) - (*frame)->pts)
+                         : std::nullopt;
     return encodeFrame(m_context.get(), *frame, m_packet.get(), withDurations(sink));
 }
 
@@ -96,20 +97,31 @@ std::optional<NSError> PictureEncoder::finish(const PacketSink& sink) {
     return encodeFrame(m_context.get(), nullptr, m_packet.get(), withDurations(sink));
 }
 
-/// A picture lasts until the next one, the last one as long as the one before it.
 PacketSink PictureEncoder::withDurations(const PacketSink& sink) const {
     return [this, &sink](AVPacket& packet) {
-        auto next = std::upper_bound(m_times.begin(), m_times.end(), packet.pts);
-        if (next == m_times.end() && m_times.size() > 1)
-            --next;
         // With so few pictures nothing is reordered, and the encoder leaves their decode times undefined.
         if (m_times.size() < 3)
             packet.dts = packet.pts;
-        packet.duration = next != m_times.begin() && next != m_times.end()
-                              ? *next - *std::prev(next)
-                              : std::llround(m_context->time_base.den / frameRate());
+        packet.duration = durationAt(packet.pts);
         return sink(packet);
     };
+}
+
+std::int64_t PictureEncoder::toTicks(const CMTime& time) const {
+    return CMTimeConvertScale(time, m_context->time_base.den, CMTimeRoundingMethod::RoundHalfAwayFromZero)
+        .value;
+}
+
+/// A picture lasts until the next one; the last one as it says itself, or as long as the one before it.
+std::int64_t PictureEncoder::durationAt(std::int64_t pts) const {
+    auto next = std::upper_bound(m_times.begin(), m_times.end(), pts);
+    if (next == m_times.end() && m_lastDuration.value_or(0) > 0)
+        return *m_lastDuration;
+    if (next == m_times.end() && m_times.size() > 1)
+        --next;
+    return next != m_times.begin() && next != m_times.end()
+               ? *next - *std::prev(next)
+               : std::llround(m_context->time_base.den / frameRate());
 }
 
 } // namespace anadrome::libav

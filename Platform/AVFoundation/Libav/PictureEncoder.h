@@ -37,6 +37,8 @@ protected:
 private:
     double frameRate() const;
     PacketSink withDurations(const PacketSink& sink) const;
+    std::int64_t toTicks(const CMTime& time) const;
+    std::int64_t durationAt(std::int64_t pts) const;
 
     const Dictionary m_settings;
     const CMFormatDescriptionRef m_sourceFormat;
@@ -45,6 +47,8 @@ private:
     Owned<AVPacket> m_packet;
     /// The times of all pictures so far, in the encoder's time base. Rising.
     std::vector<std::int64_t> m_times;
+    /// The own duration of the last of them; empty if it has none.
+    std::optional<std::int64_t> m_lastDuration;
 };
 
 } // namespace anadrome::libav

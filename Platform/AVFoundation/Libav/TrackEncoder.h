@@ -9,10 +9,11 @@
 
 namespace anadrome::libav {
 
-/// A picture with its time, or a run of sound.
+/// A picture with its time and, if known, its duration, or a run of sound.
 struct EncoderInput {
     CVPixelBufferRef pixels;
     CMTime time = kCMTimeInvalid;
+    CMTime duration = kCMTimeInvalid;
     CMSampleBufferRef sound;
 };
 

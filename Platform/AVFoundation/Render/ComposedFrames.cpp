@@ -42,7 +42,7 @@ public:
         if (!picture)
             return picture.error();
         ++m_number;
-        return std::optional(Frame{*picture, time});
+        return std::optional(Frame{*picture, time, m_composition.frameDuration()});
     }
 
     const PictureComposer::Target& target() const override { return m_target; }

@@ -82,7 +82,6 @@ std::optional<NSError> ExportRun::prepareVideo() {
     }
     m_videoInput = makeVideoInput(*m_pictures);
     m_writer->addInput(m_videoInput);
-    m_adaptor = std::make_unique<AVAssetWriterInputPixelBufferAdaptor>(m_videoInput, Dictionary{});
     return std::nullopt;
 }
 
@@ -149,9 +148,15 @@ Result<bool> ExportRun::appendPicture() {
     Result<std::optional<FrameSchedule::Frame>> frame = m_pictures->next();
     if (!frame)
         return frame.error();
-    if (!*frame || !m_adaptor->appendPixelBuffer((*frame)->pixels, (*frame)->time))
+    if (!*frame)
         return false;
-    report((*frame)->time);
+    const auto& [pixels, time, duration] = **frame;
+    CMSampleBufferRef sample;
+    CMSampleBufferCreateForImageBuffer(pixels, m_videoInput->sourceFormatHint(),
+                                       {duration, time, kCMTimeInvalid}, &sample);
+    if (!m_videoInput->appendSampleBuffer(sample))
+        return false;
+    report(time);
     return true;
 }
 

@@ -2,7 +2,6 @@
 
 #include "Platform/AVFoundation/AVAssetExportSession.h"
 #include "Platform/AVFoundation/AVAssetWriter.h"
-#include "Platform/AVFoundation/AVAssetWriterInputPixelBufferAdaptor.h"
 #include "Platform/AVFoundation/Render/FrameSchedule.h"
 #include "Platform/AVFoundation/Render/SoundMixer.h"
 
@@ -66,7 +65,6 @@ private:
     std::shared_ptr<AVAssetWriter> m_writer;
     std::shared_ptr<AVAssetWriterInput> m_videoInput;
     std::shared_ptr<AVAssetWriterInput> m_audioInput;
-    std::unique_ptr<AVAssetWriterInputPixelBufferAdaptor> m_adaptor;
     std::unique_ptr<FrameSchedule> m_pictures;
     std::unique_ptr<SoundMixer> m_sound;
     CMTime m_length = kCMTimeZero;

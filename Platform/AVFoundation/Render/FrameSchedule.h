@@ -12,6 +12,7 @@ public:
     struct Frame {
         CVPixelBufferRef pixels;
         CMTime time;
+        CMTime duration;
     };
 
     virtual ~FrameSchedule() = default;

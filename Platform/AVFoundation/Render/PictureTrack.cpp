@@ -8,9 +8,13 @@ namespace anadrome::render {
 
 namespace {
 
-/// Times in a file are rounded to its ticks: a picture counts as on screen from half a tick before its time.
+/// How much before its time a picture counts as on screen. Files that count in milliseconds round the times
+/// of usual frame rates, which would make a steady clip stutter: half of one. In others times are exact, and
+/// only mapping one through a scaled stretch may lose a nanosecond.
 CMTime roundingOf(const AVAssetTrack& source) {
-    return CMTimeMake(1, 2 * std::clamp(source.naturalTimeScale(), 1, 1 << 29));
+    constexpr std::int32_t milliseconds = 1000;
+    return source.naturalTimeScale() == milliseconds ? CMTimeMake(1, 2 * milliseconds)
+                                                     : CMTimeMake(2, 1'000'000'000);
 }
 
 } // namespace
@@ -101,11 +105,25 @@ Result<std::optional<PictureTrack::TimedPicture>> PictureTrack::next() {
             if (std::optional<NSError> error = takeNext())
                 return *error;
         }
-        return std::optional(
-            TimedPicture{{CMSampleBufferGetImageBuffer(m_shown), segment()->source},
-                         CMTimeConvertScale(time, m_timeScale, CMTimeRoundingMethod::Default)});
+        time = atTrackScale(time);
+        return std::optional(TimedPicture{{CMSampleBufferGetImageBuffer(m_shown), segment()->source},
+                                          time,
+                                          CMTimeSubtract(atTrackScale(endOfShown()), time)});
     }
     return std::optional<TimedPicture>();
+}
+
+CMTime PictureTrack::endOfShown() const {
+    const auto& [source, target] = segment()->timeMapping;
+    const CMTime end = CMTimeRangeGetEnd(target);
+    if (!m_upcoming)
+        return end;
+    const CMTime next = CMSampleBufferGetPresentationTimeStamp(m_upcoming);
+    return CMTimeMinimum(end, CMTimeMapTimeFromRangeToRange(next, source, target));
+}
+
+CMTime PictureTrack::atTrackScale(const CMTime& time) const {
+    return CMTimeConvertScale(time, m_timeScale, CMTimeRoundingMethod::Default);
 }
 
 } // namespace anadrome::render

@@ -29,10 +29,12 @@ public:
 
     struct TimedPicture {
         TrackPicture picture;
-        /// At the track's natural timescale.
+        /// At the track's natural timescale, like the duration.
         CMTime time;
+        CMTime duration;
     };
-    /// Every picture in turn, with the time at which it comes on screen; empty at the end.
+    /// Every picture in turn, with the time at which it comes on screen and how long it stays; empty at the
+    /// end.
     Result<std::optional<TimedPicture>> next();
 
 private:
@@ -42,6 +44,9 @@ private:
     /// Moves on to the picture that is on screen at the source's time.
     std::optional<NSError> showUpTo(const CMTime& sourceTime);
     std::optional<NSError> takeNext();
+    /// When the shown picture leaves the screen, in the track's time.
+    CMTime endOfShown() const;
+    CMTime atTrackScale(const CMTime& time) const;
 
     const std::vector<AVAssetTrackSegment> m_segments;
     const std::int32_t m_timeScale;

@@ -30,7 +30,7 @@ public:
         Result<CVPixelBufferRef> picture = m_composer.compose({&layer, 1});
         if (!picture)
             return picture.error();
-        return std::optional(Frame{*picture, (*shown)->time});
+        return std::optional(Frame{*picture, (*shown)->time, (*shown)->duration});
     }
 
     const PictureComposer::Target& target() const override { return m_target; }

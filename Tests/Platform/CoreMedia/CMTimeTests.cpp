@@ -213,6 +213,37 @@ TEST(CMTimeRange, IsHalfOpenAndEmptyOnlyWithoutDuration) {
     EXPECT_FORM(CMTimeRangeGetEnd(kCMTimeRangeInvalid), kCMTimeInvalid);
 }
 
+TEST(CMTimeRange, MapsTimesExactlyAlsoFromFarOutside) {
+    const CMTimeRange clip = CMTimeRangeMake(CMTimeMake(1, 1), CMTimeMake(60060, 30000));
+    const CMTimeRange squeezed = CMTimeRangeMake(CMTimeMake(3, 1), CMTimeMake(13, 10));
+    struct Case {
+        CMTime time;
+        CMTimeRange from, to;
+        CMTime mapped;
+    };
+    const Case cases[] = {
+        {CMTimeMake(1, 1), clip, squeezed, CMTimeMake(3, 1)},
+        {CMTimeRangeGetEnd(clip), clip, squeezed, CMTimeMake(43, 10)},
+        {CMTimeMake(3001, 3000), clip, squeezed, CMTimeAdd(CMTimeMake(3, 1), CMTimeMake(13, 60060))},
+        {CMTimeAdd(CMTimeMake(3, 1), CMTimeMake(1, 30)), squeezed, clip,
+         CMTimeAdd(CMTimeMake(1, 1), CMTimeMake(1001, 19500))},
+        {CMTimeMake(1'000'000 + 3, 1), squeezed, clip, CMTimeMake(1'540'001, 1)},
+        {CMTimeMake(3 - 1'000'000, 1), squeezed, clip, CMTimeMake(-1'539'999, 1)},
+        {CMTimeMake(1, 1), CMTimeRangeMake(kCMTimeZero, kCMTimeZero), clip, kCMTimeInvalid},
+        {CMTimeMake(1, 1), clip, CMTimeRangeMake(kCMTimeZero, kCMTimeZero), kCMTimeInvalid},
+        {kCMTimePositiveInfinity, clip, squeezed, kCMTimeInvalid},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(CMTimeCompare(CMTimeMapTimeFromRangeToRange(c.time, c.from, c.to), c.mapped), 0)
+            << "time " << CMTimeGetSeconds(c.time);
+
+    // What fits no fraction comes within a nanosecond.
+    const CMTimeRange odd = CMTimeRangeMake(kCMTimeZero, CMTimeMake(1'000'003, 999'983));
+    const CMTimeRange hour = CMTimeRangeMake(kCMTimeZero, CMTimeMake(3'600'000'001, 1'000'003));
+    const CMTime mapped = CMTimeMapTimeFromRangeToRange(CMTimeMake(1, 7), odd, hour);
+    EXPECT_NEAR(CMTimeGetSeconds(mapped), 1 / 7.0 * 999'983 / 1'000'003 * 3'600'000'001 / 1'000'003, 2e-9);
+}
+
 TEST(CMTimeRange, IntersectsWithAnother) {
     const auto between = [](std::int64_t start, std::int64_t end) {
         return CMTimeRangeFromTimeToTime(CMTimeMake(start, 1), CMTimeMake(end, 1));

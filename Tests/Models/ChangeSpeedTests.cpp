@@ -1,0 +1,260 @@
+#include "Tests/Models/ExportTest.h"
+#include "Tests/Support/ClipTiming.h"
+#include "Tests/Support/FileSizeLimit.h"
+#include "Tests/Support/ShownNumbers.h"
+#include "Tests/Support/ToneTrack.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+
+namespace anadrome {
+
+using namespace testing_support;
+
+namespace {
+
+using ChangeSpeedTest = ExportTest;
+using Numbers = std::vector<std::optional<int>>;
+
+constexpr double speeds[] = {0.1, 0.5, 1.0, 1.3, 2.0, 10.0};
+
+/// What is on screen at every thirtieth of a second when a clip fills so many tenths.
+Numbers numbersAfter(const VideoFacts& source, std::int64_t tenths) {
+    const AVRational unit{source.timeBase.num, source.timeBase.den * static_cast<int>(3 * tenths)};
+    Numbers numbers;
+    for (std::int64_t k = 0; k < 3 * tenths; ++k)
+        numbers.push_back(numberShownAt(source, k * durationTicks(source), unit));
+    return numbers;
+}
+
+} // namespace
+
+TEST_F(ChangeSpeedTest, EveryFrameIsTheOneOnScreenAtItsSourceTime) {
+    const struct {
+        const char* name;
+        ClipOptions options;
+    } rows[] = {
+        {"24.mov", {.width = 128, .height = 96, .frames = 17, .frameRate = {24, 1}}},
+        {"25.mp4", {.width = 128, .height = 96, .frames = 20, .frameRate = {25, 1}, .bFrames = 2}},
+        {"2997.mov", {.width = 128, .height = 96, .frames = 60, .frameRate = {30000, 1001}}},
+        {"30.mp4", {.width = 128, .height = 96, .frames = 22}},
+        {"50.mov", {.width = 128, .height = 96, .frames = 29, .frameRate = {50, 1}}},
+        {"60.mp4", {.width = 128, .height = 96, .frames = 45, .frameRate = {60, 1}}},
+        {"uneven.mov", {.width = 128, .height = 96, .frames = 23, .frameTicks = {20, 7, 41}}},
+        {"600.mov", {.width = 128, .height = 96, .frames = 22, .frameTicks = {20}}},
+    };
+    for (const auto& row : rows) {
+        const std::string source = clip(row.name, row.options);
+        const VideoFacts in = readMovie(source).video.at(0);
+        ASSERT_NEAR(in.durationSeconds, videoSeconds(row.options), 1e-9);
+        for (const double speed : speeds) {
+            SCOPED_TRACE(std::string(row.name) + " at speed " + std::to_string(speed));
+            const auto outcome = changeSpeed(source, speed);
+            ASSERT_TRUE(outcome->success) << outcome->message.value_or("");
+            const std::int64_t tenths = std::llround(in.durationSeconds / speed * 10);
+            const VideoFacts out = readMovie(outcome->path).video.at(0);
+            EXPECT_EQ(out.numbers(), numbersAfter(in, tenths));
+            EXPECT_NEAR(out.durationSeconds, static_cast<double>(tenths) / 10, 1e-9);
+            for (std::size_t k = 0; k < out.frames.size(); ++k)
+                EXPECT_NEAR(out.frames[k].seconds, static_cast<double>(k) / 30, 1e-9);
+        }
+    }
+}
+
+TEST_F(ChangeSpeedTest, TwiceTheSpeedIsAnOctaveHigher) {
+    const std::string source =
+        clip("tones.mov", {.width = 64, .height = 48, .frames = 90, .audioCodec = "aac"});
+    const struct {
+        double speed;
+        double seconds;
+    } rows[] = {{2.0, 1.5}, {0.5, 6.0}, {1.0, 3.0}, {1.3, 2.3}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.speed);
+        const auto outcome = changeSpeed(source, row.speed);
+        ASSERT_TRUE(outcome->success);
+        const MovieFacts movie = readMovie(outcome->path);
+        const Sound& sound = movie.sound.at(0).sound;
+        // The clip is squeezed or stretched onto the grid of tenths, and the sound with it.
+        const double speed = 3.0 / row.seconds;
+        for (int second = 0; second < 3; ++second)
+            for (int channel = 0; channel < 2; ++channel)
+                EXPECT_NEAR(
+                    dominantFrequency(sound, channel, (second + 0.2) / speed, 0.6 / speed).value_or(0),
+                    toneFrequency(second, channel, 2) * speed, 4 * speed)
+                    << "second " << second << ", channel " << channel;
+        EXPECT_NEAR(movie.video.at(0).durationSeconds, row.seconds, 1e-9);
+        EXPECT_NEAR(movie.sound[0].startSeconds + movie.sound[0].durationSeconds, row.seconds, 0.01);
+    }
+}
+
+TEST_F(ChangeSpeedTest, OnlyTheFirstTracksAreUsed) {
+    const auto outcome = changeSpeed(
+        clip("two.mov", {.width = 64, .height = 48, .audioCodec = "aac", .secondAudioTrack = true}), 1);
+    ASSERT_TRUE(outcome->success);
+    const MovieFacts movie = readMovie(outcome->path);
+    ASSERT_EQ(movie.sound.size(), 1U);
+    EXPECT_NEAR(dominantFrequency(movie.sound[0].sound, 0, 0.2, 0.6).value_or(0), toneFrequency(0, 0, 2), 4);
+
+    const auto silent = changeSpeed(clip("silent.mov", {.width = 64, .height = 48, .frames = 5}), 1);
+    ASSERT_TRUE(silent->success);
+    EXPECT_TRUE(readMovieHeaders(silent->path).sound.empty());
+}
+
+TEST_F(ChangeSpeedTest, AllOrientationsComeOutUpright) {
+    for (int i = 0; i < kOrientationCount; ++i) {
+        SCOPED_TRACE(i);
+        const auto orientation = static_cast<Orientation>(i);
+        const std::string name = "turned-" + std::to_string(i) + ".mov";
+        const auto outcome =
+            changeSpeed(clip(name, {.width = 160, .height = 96, .frames = 3, .orientation = orientation}), 1);
+        ASSERT_TRUE(outcome->success);
+        const VideoFacts video = readMovie(outcome->path).video.at(0);
+        const RelativePoint corner = shownAt(orientation, {1, 0});
+        const RelativePoint other = shownAt(orientation, {0, 0});
+        const bool isTransposed = corner.x == other.x;
+        EXPECT_EQ(video.width, isTransposed ? 96 : 160);
+        EXPECT_EQ(video.height, isTransposed ? 160 : 96);
+        EXPECT_FALSE(video.displayMatrix);
+        ASSERT_EQ(video.frames.size(), 3U);
+        EXPECT_EQ(video.frames[2].number, 2);
+        // The maker draws the coded picture upright; shown, it is turned.
+        CornerColours shown{};
+        for (std::size_t from = 0; from < 4; ++from) {
+            const RelativePoint at =
+                shownAt(orientation, {static_cast<double>(from % 2), static_cast<double>(from / 2)});
+            shown[static_cast<std::size_t>(at.x + 2 * at.y)] = kUprightCorners[from];
+        }
+        EXPECT_EQ(video.corners, shown);
+    }
+}
+
+TEST_F(ChangeSpeedTest, SizesFitThePresetAndAreNeverEnlarged) {
+    using Sizes = std::array<std::pair<int, int>, 3>;
+    const struct {
+        const char* name;
+        ClipOptions options;
+        Sizes sizes;
+    } rows[] = {
+        {"4k.mp4", {.width = 3840, .height = 2160}, {{{640, 360}, {1280, 720}, {1920, 1080}}}},
+        {"portrait.mp4",
+         {.width = 1920, .height = 1080, .orientation = Orientation::Rotate90},
+         {{{360, 640}, {720, 1280}, {1080, 1920}}}},
+        {"full.mp4", {.width = 640, .height = 480}, {{{640, 480}, {640, 480}, {640, 480}}}},
+        {"small.mp4", {.width = 320, .height = 240}, {{{320, 240}, {320, 240}, {320, 240}}}},
+        {"odd.mp4",
+         {.width = 321, .height = 241, .pixelFormat = "yuv444p"},
+         {{{320, 240}, {320, 240}, {320, 240}}}},
+        {"anamorphic.mp4",
+         {.width = 720, .height = 576, .pixelAspect = {16, 11}},
+         {{{640, 352}, {1046, 576}, {1046, 576}}}},
+    };
+    for (const auto& row : rows) {
+        ClipOptions options = row.options;
+        options.frames = 3;
+        const std::string source = clip(row.name, options);
+        for (std::size_t quality = 0; quality < row.sizes.size(); ++quality) {
+            SCOPED_TRACE(std::string(row.name) + ", quality " + std::to_string(quality));
+            setQuality(static_cast<std::int64_t>(quality));
+            const auto outcome = changeSpeed(source, 1);
+            ASSERT_TRUE(outcome->success);
+            const VideoFacts video = readMovie(outcome->path).video.at(0);
+            EXPECT_EQ(std::pair(video.width, video.height), row.sizes[quality]);
+            EXPECT_TRUE(video.pixelAspect.num == 0 || video.pixelAspect.num == video.pixelAspect.den);
+            EXPECT_EQ(video.numbers(), Numbers({0, 1, 2}));
+            EXPECT_EQ(video.codecTag, "avc1");
+        }
+    }
+}
+
+TEST_F(ChangeSpeedTest, ProgressRisesToOneAndThenTheCompletionComesOnce) {
+    const std::string source =
+        clip("long.mp4", {.width = 320, .height = 240, .frames = 40, .audioCodec = "aac"});
+    // A long export is polled while it runs; a short one may end before the timer begins.
+    for (const double speed : {0.1, 10.0}) {
+        const auto log = changeSpeed(source, speed);
+        ASSERT_TRUE(log->success);
+        EXPECT_FALSE(log->endedByCaller);
+        ASSERT_FALSE(log->progress.empty());
+        EXPECT_TRUE(std::ranges::is_sorted(log->progress));
+        EXPECT_GE(log->progress.front(), 0);
+        EXPECT_EQ(log->progress.back(), 1);
+        if (speed < 1) {
+            EXPECT_GT(std::ranges::count_if(log->progress, [](float p) { return p > 0 && p < 0.99; }), 3);
+        }
+
+        // What the main queue still holds is a first report at most; the timer doesn't go on.
+        runEventLoopUntil([] { return false; }, std::chrono::milliseconds(30));
+        const std::size_t reports = log->progress.size();
+        runEventLoopUntil([] { return false; }, std::chrono::milliseconds(100));
+        EXPECT_EQ(log->progress.size(), reports);
+        EXPECT_EQ(log->completions, 1);
+    }
+}
+
+TEST_F(ChangeSpeedTest, EachFailureHasItsMessage) {
+    const std::string good = clip("good.mp4", {.width = 64, .height = 48, .frames = 5});
+    std::ofstream(m_folder.file("text.mp4")) << "no movie";
+    const std::string kept = m_folder.file("kept.mov");
+    std::ofstream(kept) << "kept";
+    const std::string prefix = "changeSpeedError: ";
+    const struct {
+        const char* what;
+        std::string source;
+        double speed;
+        std::string output;
+        std::string message;
+        bool isByCaller;
+    } rows[] = {
+        {"not a movie", m_folder.file("text.mp4"), 1, {}, "Change speed: Failed to load video track", true},
+        {"no file", m_folder.file("none.mp4"), 1, {}, "Change speed: Failed to load video track", true},
+        {"too fast", good, 100, {}, prefix + "A part of the movie would have no duration.", false},
+        {"taken", good, 1, kept, prefix + "A file with this name exists already.", false},
+        {"no folder", good, 1, m_folder.file("none/out.mov"), {}, false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        const auto log = changeSpeed(row.source, row.speed, row.output);
+        EXPECT_FALSE(log->success);
+        EXPECT_EQ(log->completions, 1);
+        EXPECT_EQ(log->endedByCaller, row.isByCaller);
+        EXPECT_EQ(std::ranges::count(log->progress, 1.0F), 0);
+        if (row.message.empty()) {
+            EXPECT_TRUE(log->message.value_or("").starts_with(prefix)) << log->message.value_or("");
+        } else {
+            EXPECT_EQ(log->message, row.message);
+        }
+    }
+    std::string content;
+    std::ifstream(kept) >> content;
+    EXPECT_EQ(content, "kept") << "the file that was in the way is untouched";
+}
+
+TEST_F(ChangeSpeedTest, TruncatedSourcesAndFullDisksFail) {
+    const std::string whole =
+        clip("whole.mp4",
+             {.width = 320, .height = 240, .frames = 60, .detail = Detail::Rich, .audioCodec = "aac"});
+    {
+        const FileSizeLimit full(20'000);
+        const auto log = changeSpeed(whole, 1);
+        EXPECT_FALSE(log->success);
+        EXPECT_EQ(log->message, "changeSpeedError: There is not enough space on the disk.");
+        EXPECT_EQ(log->completions, 1);
+    }
+    std::filesystem::resize_file(whole, std::filesystem::file_size(whole) / 2);
+    const auto log = changeSpeed(whole, 1);
+    EXPECT_FALSE(log->success) << "its index is gone";
+    EXPECT_EQ(log->message, "Change speed: Failed to load video track");
+}
+
+TEST_F(ChangeSpeedTest, AQualityThatDoesNotExistIsFatal) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const std::string source = clip("good.mp4", {.width = 64, .height = 48, .frames = 3});
+    for (const int quality : {-1, 3}) {
+        setQuality(quality);
+        EXPECT_DEATH(changeSpeed(source, 1), "unexpected preset index");
+    }
+}
+
+} // namespace anadrome

@@ -1,0 +1,180 @@
+#include "Platform/AVFoundation/AVMutableComposition.h"
+#include "Tests/Support/ClipMaker.h"
+#include "Tests/Support/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace anadrome {
+
+using namespace testing_support;
+
+namespace {
+
+CMTime at(double seconds) {
+    return CMTimeMakeWithSeconds(seconds, 600);
+}
+
+CMTimeRange between(double start, double end) {
+    return CMTimeRangeFromTimeToTime(at(start), at(end));
+}
+
+void tell(std::ostream& out, const CMTimeRange& range) {
+    out << CMTimeGetSeconds(range.start) << "-" << CMTimeGetSeconds(CMTimeRangeGetEnd(range));
+}
+
+/// Each segment as "source at target" in seconds, "empty" for a source that isn't there.
+std::string segmentsOf(const AVAssetTrack& track) {
+    std::ostringstream out;
+    for (const AVAssetTrackSegment& segment : track.segments()) {
+        out << (out.tellp() > 0 ? ", " : "");
+        if (segment.isEmpty())
+            out << "empty";
+        else
+            tell(out, segment.timeMapping.source);
+        out << " at ";
+        tell(out, segment.timeMapping.target);
+    }
+    return out.str();
+}
+
+class CompositionTest : public ::testing::Test {
+protected:
+    CompositionTest() {
+        makeClip(m_folder.file("clip.mov"),
+                 {.width = 64, .height = 48, .frames = 30, .audioCodec = "pcm_s16le"});
+        const auto asset = AVAsset::assetWithURL(URL::fileURLWithPath(m_folder.file("clip.mov")));
+        m_video = asset->tracksWithMediaType(AVMediaTypeVideo).at(0);
+        m_audio = asset->tracksWithMediaType(AVMediaTypeAudio).at(0);
+    }
+
+    std::shared_ptr<AVMutableCompositionTrack> newTrack() {
+        return m_composition.addMutableTrackWithMediaType(AVMediaTypeVideo, 0);
+    }
+
+    ScratchFolder m_folder;
+    AVMutableComposition m_composition;
+    AVAssetTrackRef m_video;
+    AVAssetTrackRef m_audio;
+};
+
+} // namespace
+
+TEST_F(CompositionTest, WhatIsInsertedPushesTheRestBack) {
+    const struct {
+        CMTimeRange range;
+        CMTime time;
+        const char* segments;
+    } rows[] = {
+        {between(0, 0.5), kCMTimeInvalid, "0-1 at 0-1, 0-0.5 at 1-1.5"},
+        {between(0, 0.5), at(1), "0-1 at 0-1, 0-0.5 at 1-1.5"},
+        {between(0.25, 0.5), kCMTimeZero, "0.25-0.5 at 0-0.25, 0-1 at 0.25-1.25"},
+        {between(0.5, 0.75), at(0.5), "0-0.5 at 0-0.5, 0.5-0.75 at 0.5-0.75, 0.5-1 at 0.75-1.25"},
+        {between(0, 1), at(2), "0-1 at 0-1, empty at 1-2, 0-1 at 2-3"},
+        {between(0.5, 2), at(1), "0-1 at 0-1, 0.5-2 at 1-2.5"},
+    };
+    for (const auto& row : rows) {
+        const auto track = newTrack();
+        ASSERT_FALSE(track->insertTimeRange(between(0, 1), m_video, kCMTimeZero));
+        ASSERT_FALSE(track->insertTimeRange(row.range, m_video, row.time));
+        EXPECT_EQ(segmentsOf(*track), row.segments);
+    }
+    EXPECT_EQ(CMTimeGetSeconds(m_composition.duration()), 3) << "the track that ends last";
+}
+
+TEST_F(CompositionTest, WhatCannotBeInsertedChangesNothing) {
+    const auto composed = newTrack();
+    ASSERT_FALSE(composed->insertTimeRange(between(0, 1), m_video, kCMTimeZero));
+    const struct {
+        const char* what;
+        CMTimeRange range;
+        AVAssetTrackRef source;
+        CMTime time;
+    } rows[] = {
+        {"another medium", between(0, 1), m_audio, kCMTimeZero},
+        {"a composed track", between(0, 1), composed, kCMTimeZero},
+        {"no track", between(0, 1), nullptr, kCMTimeZero},
+        {"an empty range", between(0.5, 0.5), m_video, kCMTimeZero},
+        {"a negative range", between(0.5, 0.25), m_video, kCMTimeZero},
+        {"an invalid range", kCMTimeRangeInvalid, m_video, kCMTimeZero},
+        {"an endless range", {kCMTimeZero, kCMTimePositiveInfinity}, m_video, kCMTimeZero},
+        {"behind the source", between(1, 2), m_video, kCMTimeZero},
+        {"before zero", between(0, 1), m_video, at(-1)},
+        {"at no time", between(0, 1), m_video, kCMTimeIndefinite},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        const auto track = newTrack();
+        ASSERT_FALSE(track->insertTimeRange(between(0, 0.5), m_video, kCMTimeZero));
+        const std::optional<NSError> error = track->insertTimeRange(row.range, row.source, row.time);
+        ASSERT_TRUE(error);
+        EXPECT_EQ(error->code(), -11800);
+        EXPECT_EQ(segmentsOf(*track), "0-0.5 at 0-0.5");
+    }
+}
+
+TEST_F(CompositionTest, ScalingMovesWhatComesAfter) {
+    const struct {
+        const char* what;
+        CMTimeRange range;
+        CMTime duration;
+        const char* segments;
+    } rows[] = {
+        {"faster", between(1, 2), at(0.5), "0-1 at 0-1, 0-1 at 1-1.5, 0-1 at 1.5-2.5"},
+        {"slower", between(0, 1), at(4), "0-1 at 0-4, 0-1 at 4-5, 0-1 at 5-6"},
+        {"parts of two", between(0.5, 1.5), at(2),
+         "0-0.5 at 0-0.5, 0.5-1 at 0.5-1.5, 0-0.5 at 1.5-2.5, 0.5-1 at 2.5-3, 0-1 at 3-4"},
+        {"beyond the end", between(2.5, 4), at(0.75),
+         "0-1 at 0-1, 0-1 at 1-2, 0-0.5 at 2-2.5, 0.5-1 at 2.5-2.75"},
+        {"to nothing", between(1, 2), kCMTimeZero, "0-1 at 0-1, 0-1 at 1-1, 0-1 at 1-2"},
+        {"to less than nothing", between(1, 2), at(-1), "0-1 at 0-1, 0-1 at 1-2, 0-1 at 2-3"},
+        {"to no time", between(1, 2), kCMTimeInvalid, "0-1 at 0-1, 0-1 at 1-2, 0-1 at 2-3"},
+        {"nothing", between(1, 1), at(2), "0-1 at 0-1, 0-1 at 1-2, 0-1 at 2-3"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        const auto track = newTrack();
+        for (int i = 0; i < 3; ++i)
+            ASSERT_FALSE(track->insertTimeRange(between(0, 1), m_video, kCMTimeInvalid));
+        track->scaleTimeRange(row.range, row.duration);
+        EXPECT_EQ(segmentsOf(*track), row.segments);
+    }
+}
+
+TEST_F(CompositionTest, APieceOfAScaledStretchKeepsItsSpeed) {
+    const auto track = newTrack();
+    ASSERT_FALSE(track->insertTimeRange(between(0, 1), m_video, kCMTimeZero));
+    track->scaleTimeRange(between(0, 1), at(3));
+    ASSERT_FALSE(track->insertTimeRange(between(0, 0.5), m_video, at(1.5)));
+    EXPECT_EQ(segmentsOf(*track), "0-0.5 at 0-1.5, 0-0.5 at 1.5-2, 0.5-1 at 2-3.5");
+}
+
+TEST_F(CompositionTest, ATracksFactsFollowWhatIsInIt) {
+    makeClip(
+        m_folder.file("turned.mov"),
+        {.width = 64, .height = 48, .frames = 3, .frameRate = {25, 1}, .orientation = Orientation::Rotate90});
+    const auto turned = AVAsset::assetWithURL(URL::fileURLWithPath(m_folder.file("turned.mov")))
+                            ->tracksWithMediaType(AVMediaTypeVideo)
+                            .at(0);
+    const auto track = newTrack();
+    EXPECT_EQ(track->naturalTimeScale(), 600);
+    EXPECT_TRUE(CMTIMERANGE_IS_EMPTY(track->timeRange()));
+    ASSERT_FALSE(track->insertTimeRange(turned->timeRange(), turned, at(1)));
+    EXPECT_EQ(track->naturalTimeScale(), turned->naturalTimeScale());
+    EXPECT_EQ(track->naturalSize(), turned->naturalSize());
+    EXPECT_EQ(track->preferredTransform(), CGAffineTransformIdentity);
+    EXPECT_EQ(CMTimeGetSeconds(CMTimeRangeGetEnd(track->timeRange())), 1.12);
+}
+
+TEST_F(CompositionTest, TrackIdentifiersAreChosenOrTakenOnce) {
+    const auto chosen = m_composition.addMutableTrackWithMediaType(AVMediaTypeVideo, 0);
+    ASSERT_TRUE(m_composition.addMutableTrackWithMediaType(AVMediaTypeAudio, 7));
+    const auto next = m_composition.addMutableTrackWithMediaType(AVMediaTypeVideo, 0);
+    EXPECT_GT(chosen->trackID(), 0);
+    EXPECT_GT(next->trackID(), 7);
+    EXPECT_FALSE(m_composition.addMutableTrackWithMediaType(AVMediaTypeVideo, 7));
+    EXPECT_FALSE(m_composition.addMutableTrackWithMediaType(AVMediaTypeVideo, -1));
+    EXPECT_EQ(m_composition.tracksWithMediaType(AVMediaTypeVideo).size(), 2U);
+}
+
+} // namespace anadrome
