@@ -91,7 +91,9 @@ Dictionary PreferencesFile::read() const {
     if (auto content = intactContent())
         return std::move(*content);
     debugLog("The preferences in " + m_path + " can't be read and count as absent.");
-    std::rename(m_path.c_str(), (m_path + ".damaged").c_str());
+    // One that we mustn't read may be sound.
+    if (::faccessat(AT_FDCWD, m_path.c_str(), R_OK, AT_EACCESS) == 0)
+        std::rename(m_path.c_str(), (m_path + ".damaged").c_str());
     return {};
 }
 

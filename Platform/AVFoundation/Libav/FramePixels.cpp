@@ -45,6 +45,8 @@ CVPixelBufferRef pixelsAround(Owned<AVFrame> frame) {
     const std::shared_ptr<const AVFrame> owner = std::move(frame);
     CVPixelBufferRef pixels;
     CVPixelBufferCreateWithPlanarBytes(width, height, type, planes, owner, &pixels);
+    CVBufferSetAttachments(pixels, chromaLocationAttachments(owner->chroma_location),
+                           kCVAttachmentMode_ShouldPropagate);
     return pixels;
 }
 
@@ -56,6 +58,8 @@ Owned<AVFrame> frameAround(const CVPixelBufferRef& pixels) {
     frame->height = static_cast<int>(CVPixelBufferGetHeight(pixels));
     frame->format = libavFormat(CVPixelBufferGetPixelFormatType(pixels));
     frame->color_range = AVCOL_RANGE_MPEG;
+    frame->chroma_location =
+        chromaLocationFromAttachments(CVBufferCopyAttachments(pixels, kCVAttachmentMode_ShouldPropagate));
     CVPixelBufferLockBaseAddress(pixels, kCVPixelBufferLock_ReadOnly);
     const PixelPlanes planes(pixels);
     for (std::size_t i = 0; i < 3; ++i) {

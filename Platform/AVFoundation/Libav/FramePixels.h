@@ -10,7 +10,8 @@ namespace anadrome::libav {
 /// Whether a planar pixel buffer can have the frame's samples: 4:2:0 of 8 or 10 bits.
 bool isPlanar420(const AVFrame& frame);
 
-/// A planar pixel buffer over the frame's planes, without attachments. Null for other frames.
+/// A planar pixel buffer over the frame's planes, with the place of its chroma samples attached. Null for
+/// other frames.
 CVPixelBufferRef pixelsAround(Owned<AVFrame> frame);
 
 /// A frame over the planes of a planar pixel buffer, which must not be written to. Null for other buffers.

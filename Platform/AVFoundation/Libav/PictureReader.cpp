@@ -94,14 +94,13 @@ CMTime PictureReader::risingTime(const Decoder& decoder, const AVFrame& frame) {
 
 CVPixelBufferRef PictureReader::pixelsOf(const AVFrame& frame) {
     const bool asItIs = !m_pixelFormat && isPlanar420(frame) && !isFullRange(frame);
-    CVPixelBufferRef pixels = asItIs ? pixelsAround(own(av_frame_clone(&frame))) : convertedPixels(frame);
+    CVPixelBufferRef pixels = asItIs ? pixelsAround(own(av_frame_clone(&frame))) : nullptr;
+    if (!pixels)
+        pixels = convertedPixels(frame);
     if (!pixels)
         return nullptr;
     Dictionary attachments = m_attachments;
-    if (const char* location = chromaLocationName(frame.chroma_location)) {
-        attachments.emplace(kCVImageBufferChromaLocationTopFieldKey, location);
-        attachments.emplace(kCVImageBufferChromaLocationBottomFieldKey, location);
-    }
+    attachments.merge(chromaLocationAttachments(frame.chroma_location));
     CVBufferSetAttachments(pixels, attachments, kCVAttachmentMode_ShouldPropagate);
     return pixels;
 }

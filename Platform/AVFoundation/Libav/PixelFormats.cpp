@@ -32,6 +32,13 @@ const char* chromaLocationName(AVChromaLocation location) {
     }
 }
 
+Dictionary chromaLocationAttachments(AVChromaLocation location) {
+    const char* name = chromaLocationName(location);
+    return name ? Dictionary{{kCVImageBufferChromaLocationTopFieldKey, name},
+                             {kCVImageBufferChromaLocationBottomFieldKey, name}}
+                : Dictionary{};
+}
+
 AVChromaLocation chromaLocationFromAttachments(const Dictionary& attachments) {
     if (const std::string* name = findString(attachments, kCVImageBufferChromaLocationTopFieldKey))
         for (const AVChromaLocation location : {AVCHROMA_LOC_LEFT, AVCHROMA_LOC_CENTER, AVCHROMA_LOC_TOPLEFT})

@@ -15,6 +15,8 @@ AVPixelFormat libavFormat(OSType pixelFormat);
 
 /// Names of chroma locations in attachments; null, or unspecified, for those that have none.
 const char* chromaLocationName(AVChromaLocation location);
+/// Empty where it has no name.
+Dictionary chromaLocationAttachments(AVChromaLocation location);
 AVChromaLocation chromaLocationFromAttachments(const Dictionary& attachments);
 
 /// The planes of a pixel buffer in the form that libav takes. Valid while the buffer is locked.

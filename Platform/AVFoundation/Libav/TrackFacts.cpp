@@ -136,7 +136,8 @@ std::vector<AVAssetTrack::Facts> readTrackFacts(InputFile& file, const URL& url)
     const std::vector<StreamTiming> timings = readStreamTimings(file);
     std::vector<AVAssetTrack::Facts> tracks;
     for (int i = 0; i < count; ++i) {
-        if (!isPresented(file.stream(i)) || !canDecode(file.stream(i)))
+        const bool isEmpty = timings[static_cast<std::size_t>(i)].sampleCount == 0;
+        if (isEmpty || !isPresented(file.stream(i)) || !canDecode(file.stream(i)))
             continue;
         tracks.push_back(factsOf(file, i, timings[static_cast<std::size_t>(i)]));
         tracks.back().url = url;

@@ -65,9 +65,12 @@ private:
         const auto& instructions = instructionAt(time).layerInstructions();
         for (auto layer = instructions.rbegin(); layer != instructions.rend(); ++layer) {
             const double opacity = std::clamp(layer->opacityAt(time), 0.0, 1.0);
-            if (opacity == 0)
+            PictureTrack& track = *m_tracks.at(layer->trackID());
+            if (opacity == 0) {
+                track.passBy(time);
                 continue;
-            Result<TrackPicture> picture = m_tracks.at(layer->trackID())->at(time);
+            }
+            Result<TrackPicture> picture = track.at(time);
             if (!picture)
                 return picture.error();
             if (picture->pixels)

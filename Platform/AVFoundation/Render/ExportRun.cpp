@@ -134,7 +134,7 @@ void ExportRun::feed(const std::shared_ptr<AVAssetWriterInput>& input, Step step
         DispatchQueue::serial("export"), [self = shared_from_this(), input, step] {
             while (input->isReadyForMoreMediaData()) {
                 // The other feed's failure ends this one too.
-                const Result<bool> appended = self->error() ? Result<bool>(false) : (self.get()->*step)();
+                const Result<bool> appended = self->feedError() ? Result<bool>(false) : (self.get()->*step)();
                 if (appended && *appended)
                     continue;
                 input->markAsFinished();
@@ -175,8 +175,8 @@ void ExportRun::feedEnded(std::optional<NSError> error) {
     bool isLast = false;
     {
         const std::lock_guard lock(m_mutex);
-        if (error && !m_error)
-            m_error = std::move(error);
+        if (error && !m_feedError)
+            m_feedError = std::move(error);
         isLast = --m_openFeeds == 0;
     }
     if (isLast)
@@ -188,7 +188,7 @@ void ExportRun::finishWriting() {
     m_pictures.reset();
     m_sound.reset();
     m_writer->finishWritingWithCompletionHandler([self = shared_from_this()] {
-        std::optional<NSError> failure = self->error();
+        std::optional<NSError> failure = self->feedError();
         if (!failure && self->m_writer->status() != AVAssetWriterStatus::completed)
             failure = self->m_writer->error().value_or(makeAVError(AVErrorExportFailed));
         self->complete(failure ? AVAssetExportSessionStatus::failed : AVAssetExportSessionStatus::completed,
@@ -212,6 +212,11 @@ void ExportRun::report(const CMTime& time) {
     const double share = CMTimeGetSeconds(time) / CMTimeGetSeconds(m_length);
     // The last bit is for what the encoder and the file still take.
     m_progress = static_cast<float>(std::clamp(share, 0.0, 0.99));
+}
+
+std::optional<NSError> ExportRun::feedError() const {
+    const std::lock_guard lock(m_mutex);
+    return m_feedError;
 }
 
 AVAssetExportSessionStatus ExportRun::status() const {

@@ -52,6 +52,7 @@ private:
 
     /// An input has got all that it gets, or the run has failed.
     void feedEnded(std::optional<NSError> error);
+    std::optional<NSError> feedError() const;
     void finishWriting();
     void complete(AVAssetExportSessionStatus status, std::optional<NSError> error);
     void report(const CMTime& time);
@@ -73,6 +74,8 @@ private:
     mutable std::mutex m_mutex;
     AVAssetExportSessionStatus m_status = AVAssetExportSessionStatus::unknown;
     std::optional<NSError> m_error;
+    /// What ended the feeds before their time.
+    std::optional<NSError> m_feedError;
     int m_openFeeds = 0;
 };
 

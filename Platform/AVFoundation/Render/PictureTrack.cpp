@@ -67,11 +67,15 @@ std::optional<NSError> PictureTrack::showUpTo(const CMTime& sourceTime) {
     return std::nullopt;
 }
 
-Result<TrackPicture> PictureTrack::at(const CMTime& time) {
+void PictureTrack::passBy(const CMTime& time) {
     while (segment() && CMTimeCompare(CMTimeRangeGetEnd(segment()->timeMapping.target), time) <= 0) {
         leaveSegment();
         ++m_index;
     }
+}
+
+Result<TrackPicture> PictureTrack::at(const CMTime& time) {
+    passBy(time);
     if (!segment() || segment()->isEmpty())
         return TrackPicture{};
     if (std::optional<NSError> error = open())

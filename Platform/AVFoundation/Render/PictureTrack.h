@@ -27,6 +27,9 @@ public:
     /// comes, the last of a stretch to its end, and the first of a stretch is there from its beginning.
     Result<TrackPicture> at(const CMTime& time);
 
+    /// Lets go of what lies before the time of the track, which isn't shown.
+    void passBy(const CMTime& time);
+
     struct TimedPicture {
         TrackPicture picture;
         /// At the track's natural timescale, like the duration.

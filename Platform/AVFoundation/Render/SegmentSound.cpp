@@ -4,7 +4,7 @@
 #include "Platform/AVFoundation/Libav/Resampler.h"
 
 #include <algorithm>
-#include <array>
+#include <utility>
 
 namespace anadrome::render {
 
@@ -48,6 +48,10 @@ std::optional<NSError> SegmentSound::open() {
 }
 
 std::optional<NSError> SegmentSound::feed() {
+    if (m_silenceLeft > 0)
+        return resampleSilence();
+    if (m_behindSilence)
+        return resampleFrom(std::exchange(m_behindSilence, nullptr), 0);
     if (const CMSampleBufferRef sound = m_pipeline->next())
         return take(sound);
     m_ended = true;
@@ -82,24 +86,33 @@ std::optional<NSError> SegmentSound::take(const CMSampleBufferRef& sound) {
         const std::int64_t gap =
             CMTimeConvertScale(start, rate, CMTimeRoundingMethod::Default).value - m_taken;
         const bool isNoticeable = static_cast<double>(std::abs(gap)) >= smallestGap * rate || m_taken == 0;
-        if (isNoticeable && gap > 0)
-            if (std::optional<NSError> error = resampleSilence(gap))
-                return error;
+        if (isNoticeable && gap > 0) {
+            // A damaged file may tell of any time.
+            const CMTime length = m_segment.timeMapping.source.duration;
+            const std::int64_t end = CMTimeConvertScale(length, rate, CMTimeRoundingMethod::Default).value;
+            m_silenceLeft = std::min(gap, std::max<std::int64_t>(end - m_taken, 0));
+            m_behindSilence = sound;
+            return std::nullopt;
+        }
         if (isNoticeable && gap < 0)
             skipped = std::min(-gap, count);
     }
-    const auto& bytes = CMSampleBufferGetDataBuffer(sound)->bytes();
-    const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
-    return resample(data + skipped * m_format.bytesPerFrame, count - skipped);
+    return resampleFrom(sound, skipped);
 }
 
-std::optional<NSError> SegmentSound::resampleSilence(std::int64_t count) {
+std::optional<NSError> SegmentSound::resampleFrom(const CMSampleBufferRef& sound, std::int64_t skipped) {
+    const auto& bytes = CMSampleBufferGetDataBuffer(sound)->bytes();
+    const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
+    return resample(data + skipped * m_format.bytesPerFrame, CMSampleBufferGetNumSamples(sound) - skipped);
+}
+
+/// A block at a time, as it is asked for.
+std::optional<NSError> SegmentSound::resampleSilence() {
     constexpr std::int64_t block = 4096;
-    const std::vector<std::uint8_t> zeros(static_cast<std::size_t>(block) * m_format.bytesPerFrame);
-    for (; count > 0; count -= block)
-        if (std::optional<NSError> error = resample(zeros.data(), std::min(count, block)))
-            return error;
-    return std::nullopt;
+    const std::int64_t count = std::min(m_silenceLeft, block);
+    const std::vector<std::uint8_t> zeros(static_cast<std::size_t>(count) * m_format.bytesPerFrame);
+    m_silenceLeft -= count;
+    return resample(zeros.data(), count);
 }
 
 /// Without data: what the resampler still holds.

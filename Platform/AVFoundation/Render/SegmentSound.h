@@ -29,8 +29,9 @@ private:
     std::optional<NSError> feed();
     std::optional<NSError> prepare(const AudioStreamBasicDescription& format);
     std::optional<NSError> take(const CMSampleBufferRef& sound);
+    std::optional<NSError> resampleFrom(const CMSampleBufferRef& sound, std::int64_t skipped);
     std::optional<NSError> resample(const std::uint8_t* data, std::int64_t count);
-    std::optional<NSError> resampleSilence(std::int64_t count);
+    std::optional<NSError> resampleSilence();
 
     const AVAssetTrackSegment m_segment;
     const int m_sampleRate;
@@ -39,6 +40,9 @@ private:
     libav::Owned<SwrContext> m_resampler;
     /// Samples of each channel that have gone into the resampler, which is how far the source has come.
     std::int64_t m_taken = 0;
+    /// Samples that are missing before the sound that waits for them.
+    std::int64_t m_silenceLeft = 0;
+    CMSampleBufferRef m_behindSilence;
     bool m_ended = false;
     /// Resampled sound that hasn't been asked for.
     std::deque<float> m_waiting;
