@@ -1,11 +1,11 @@
 #include "CommandRunner.h"
 #include "Tests/Support/MovieReader.h"
+#include "Tests/Support/RealClips.h"
 #include "Tests/Support/ReversedPsnr.h"
 #include "Tests/Support/ScratchFolder.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace anadrome {
@@ -14,31 +14,6 @@ using namespace testing_support;
 namespace fs = std::filesystem;
 
 namespace {
-
-/// Real clips aren't part of the project: $ANADROME_MEDIA names a folder of them, or they lie beside the
-/// checkout.
-fs::path mediaFolder() {
-    const char* told = std::getenv("ANADROME_MEDIA");
-    return told ? fs::path(told) : fs::path(ANADROME_SOURCE_DIR) / ".." / "shared" / "media";
-}
-
-std::vector<fs::path> realClips() {
-    std::vector<fs::path> clips;
-    std::error_code none;
-    for (const auto& entry : fs::directory_iterator(mediaFolder(), none))
-        if (entry.path().extension() == ".mp4" || entry.path().extension() == ".mov")
-            clips.push_back(entry.path());
-    std::ranges::sort(clips);
-    return clips;
-}
-
-bool isLong(const fs::path& clip) {
-    try {
-        return readMovieHeaders(clip).durationSeconds > 60;
-    } catch (const std::runtime_error&) {
-        return false;
-    }
-}
 
 /// The terms of the display matrix that turn the picture; files carry wrong translations.
 std::array<std::int32_t, 4> turnOf(const VideoFacts& video) {
@@ -67,13 +42,12 @@ void expectMirrored(const std::string& source, const std::string& output) {
 } // namespace
 
 TEST(RealClips, EachReversesFrameByFrameOrEndsWithAMessage) {
-    if (realClips().empty())
-        GTEST_SKIP() << "no clips in " << mediaFolder();
+    const std::vector<fs::path> clips = shortRealClips();
+    if (clips.empty())
+        GTEST_SKIP() << "no clips in " << realClipsFolder();
     const ScratchFolder folder;
     int reversed = 0;
-    for (const fs::path& clip : realClips()) {
-        if (isLong(clip))
-            continue;
+    for (const fs::path& clip : clips) {
         SCOPED_TRACE(clip.filename().string());
         const std::string movie = folder.file("movie.mov");
         const CommandResult result =
