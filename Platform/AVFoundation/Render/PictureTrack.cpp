@@ -17,6 +17,14 @@ CMTime roundingOf(const AVAssetTrack& source) {
                                                      : CMTimeMake(2, 1'000'000'000);
 }
 
+/// Whether the segment ends before the source's time. Where it ends with the source, the source's own
+/// pictures count: in some containers the last of them lies a little behind what the file says of its length.
+bool isCutOff(const AVAssetTrackSegment& segment, const CMTime& sourceTime) {
+    const CMTime end = CMTimeRangeGetEnd(segment.timeMapping.source);
+    const bool endsWithSource = CMTimeCompare(end, CMTimeRangeGetEnd(segment.source->timeRange())) >= 0;
+    return !endsWithSource && CMTimeCompare(sourceTime, end) >= 0;
+}
+
 } // namespace
 
 PictureTrack::PictureTrack(const AVAssetTrackRef& track)
@@ -102,7 +110,7 @@ Result<std::optional<PictureTrack::TimedPicture>> PictureTrack::next() {
             if (!m_upcoming)
                 continue;
             const CMTime sourceTime = CMSampleBufferGetPresentationTimeStamp(m_upcoming);
-            if (CMTimeCompare(sourceTime, CMTimeRangeGetEnd(source)) >= 0)
+            if (isCutOff(*segment(), sourceTime))
                 continue;
             time = CMTimeMapTimeFromRangeToRange(sourceTime, source, target);
             m_shown = std::move(m_upcoming);
