@@ -11,10 +11,11 @@ namespace anadrome {
 
 UINavigationController::UINavigationController(const std::shared_ptr<UIViewController>& root) {
     addChildViewController(root);
+    m_stack.push_back(root);
 }
 
 std::shared_ptr<UIViewController> UINavigationController::topViewController() const {
-    return viewControllers().empty() ? nullptr : viewControllers().back();
+    return m_stack.empty() ? nullptr : m_stack.back();
 }
 
 std::vector<std::shared_ptr<UIViewController>> UINavigationController::shownChildren() const {
@@ -29,11 +30,11 @@ void UINavigationController::viewDidLoad() {
 
 void UINavigationController::pushViewController(const std::shared_ptr<UIViewController>& controller,
                                                 bool animated) {
-    const auto& stack = viewControllers();
-    if (!controller || std::find(stack.begin(), stack.end(), controller) != stack.end())
+    if (!controller || std::find(m_stack.begin(), m_stack.end(), controller) != m_stack.end())
         fatalError("UINavigationController: what is pushed is nothing, or on the stack already");
     const auto covered = topViewController();
     addChildViewController(controller);
+    m_stack.push_back(controller);
     exchangeShownChild(covered, controller, animated);
     controller->didMoveToParentViewController(shared_from_this());
     if (UIHost* host = UIApplication::sharedApplication().host())
@@ -41,7 +42,7 @@ void UINavigationController::pushViewController(const std::shared_ptr<UIViewCont
 }
 
 std::shared_ptr<UIViewController> UINavigationController::popViewControllerAnimated(bool animated) {
-    const std::size_t depth = viewControllers().size();
+    const std::size_t depth = m_stack.size();
     return depth > 1 ? popTo(depth - 1, animated).front() : nullptr;
 }
 
@@ -52,16 +53,15 @@ UINavigationController::popToRootViewControllerAnimated(bool animated) {
 
 std::vector<std::shared_ptr<UIViewController>> UINavigationController::popTo(std::size_t depth,
                                                                              bool animated) {
-    const auto stack = viewControllers();
-    if (stack.size() <= depth)
+    if (m_stack.size() <= depth)
         return {};
-    const std::vector popped(stack.begin() + static_cast<std::ptrdiff_t>(depth), stack.end());
-    // They leave the stack first, so that it is true of the stack what their calls find.
-    for (const auto& controller : popped)
-        controller->removeFromParentViewController();
+    const std::vector popped(m_stack.begin() + static_cast<std::ptrdiff_t>(depth), m_stack.end());
+    m_stack.resize(depth);
     exchangeShownChild(popped.back(), topViewController(), animated);
-    for (const auto& controller : popped)
+    for (const auto& controller : popped) {
+        controller->removeFromParentViewController();
         controller->didMoveToParentViewController(nullptr);
+    }
     if (UIHost* host = UIApplication::sharedApplication().host())
         host->didPop(*this, popped, animated);
     return popped;

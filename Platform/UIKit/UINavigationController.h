@@ -10,10 +10,9 @@ class UINavigationController : public UIViewController {
 public:
     explicit UINavigationController(const std::shared_ptr<UIViewController>& root);
 
-    /// The root first.
-    const std::vector<std::shared_ptr<UIViewController>>& viewControllers() const {
-        return childViewControllers();
-    }
+    /// The root first. A screen that is popped has left this list, but not yet this controller, when its
+    /// calls come.
+    const std::vector<std::shared_ptr<UIViewController>>& viewControllers() const { return m_stack; }
     std::shared_ptr<UIViewController> topViewController() const;
 
     /// The order of the calls: the new screen's viewDidLoad; the old one's viewWillDisappear and the new
@@ -39,6 +38,7 @@ protected:
 private:
     std::vector<std::shared_ptr<UIViewController>> popTo(std::size_t depth, bool animated);
 
+    std::vector<std::shared_ptr<UIViewController>> m_stack;
     const std::shared_ptr<UIGestureRecognizer> m_backSwipe = std::make_shared<UIGestureRecognizer>();
 };
 

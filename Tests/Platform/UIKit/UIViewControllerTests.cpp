@@ -69,6 +69,28 @@ TEST_F(UIViewControllerTest, ScreensComeAndGoInTheirOrder) {
     EXPECT_EQ(taken(), (Lines{"A.willDisappear", "A.didDisappear"}));
 }
 
+TEST_F(UIViewControllerTest, APoppedScreenStillKnowsItsStackAsItGoes) {
+    class Leaving : public UIViewController {
+    public:
+        std::size_t depthAsItWent = 0;
+
+    protected:
+        void viewWillDisappear(bool) override {
+            navigationController()->interactivePopGestureRecognizer()->setEnabled(true);
+            depthAsItWent = navigationController()->viewControllers().size();
+        }
+    };
+    const auto stack = std::make_shared<UINavigationController>(make("A"));
+    m_host.show(stack);
+    const auto leaving = std::make_shared<Leaving>();
+    stack->pushViewController(leaving, false);
+    stack->interactivePopGestureRecognizer()->setEnabled(false);
+    EXPECT_EQ(stack->popViewControllerAnimated(false), leaving);
+    EXPECT_TRUE(stack->interactivePopGestureRecognizer()->isEnabled());
+    EXPECT_EQ(leaving->depthAsItWent, 1u);
+    EXPECT_EQ(leaving->navigationController(), nullptr);
+}
+
 TEST_F(UIViewControllerTest, ChildrenAppearWithTheirParentAndOnlyShownOnes) {
     const auto parent = make("parent");
     parent->addChildViewController(make("child"));
