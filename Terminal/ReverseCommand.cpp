@@ -3,6 +3,9 @@
 #include "Models/VideoEncoder.h"
 #include "Platform/Dispatch/DispatchQueue.h"
 #include "Platform/Foundation/TemporaryDirectory.h"
+#include "Platform/UIKit/UIApplication.h"
+#include "Platform/UIKit/UIWindow.h"
+#include "Platform/UIKit/UIWindowScene.h"
 #include "Terminal/DiskSpace.h"
 #include "Terminal/ExitCode.h"
 #include "Terminal/JsonLine.h"
@@ -35,26 +38,33 @@ AVAssetTrackRef firstVideoTrack(const URL& url) {
 } // namespace
 
 ReverseCommand::ReverseCommand(ReverseOptions options)
-    : m_options(std::move(options)), m_output(m_options.movie, m_options.force) {}
+    : m_options(std::move(options)), m_output(m_options.movie, m_options.force),
+      m_scene(std::make_shared<UIWindowScene>()) {
+    UIApplication::sharedApplication().setHost(this);
+    UIApplication::sharedApplication().connectScene(m_scene);
+}
 
 ReverseCommand::~ReverseCommand() {
-    JGProgressHUD::setObserver({});
+    UIApplication::sharedApplication().disconnectScene(m_scene);
+    UIApplication::sharedApplication().setHost(nullptr);
 }
 
 void ReverseCommand::start(std::function<void(int)> ended) {
     m_ended = std::move(ended);
     m_progress.emplace(progressStyle(m_options));
-    JGProgressHUD::setObserver([this](const JGProgressHUD& hud) {
-        if (hud.isVisible())
-            m_progress->update(hud.progress() / shareOfJob);
-    });
-    ViewHelper::showProgressHud();
+    ViewHelper::showProgressHud("", UIWindow::makeInScene(m_scene));
     DispatchQueue::global(QualityOfService::userInteractive).async([this] {
         if (std::optional<std::string> message = obstacle())
             finished(false, std::move(message));
         else
             runEngine();
     });
+}
+
+void ReverseCommand::viewChanged(UIView&, double) {
+    const JGProgressHUD& hud = ViewHelper::shared().hud();
+    if (hud.isVisible())
+        m_progress->update(hud.progress() / shareOfJob);
 }
 
 std::optional<std::string> ReverseCommand::obstacle() const {

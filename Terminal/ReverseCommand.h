@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/UIKit/UIHost.h"
 #include "Terminal/CommandLine.h"
 #include "Terminal/OutputFile.h"
 #include "Terminal/ProgressReport.h"
@@ -11,16 +12,17 @@
 #include <string>
 
 namespace anadrome {
+class UIWindowScene;
 class VideoEncoder;
-}
+} // namespace anadrome
 
 namespace anadrome::terminal {
 
 /// Runs the reverse stage alone on one clip. Main thread, with the event loop running.
-class ReverseCommand {
+class ReverseCommand : private UIHost {
 public:
     explicit ReverseCommand(ReverseOptions options);
-    ~ReverseCommand();
+    ~ReverseCommand() override;
 
     /// Starts the work. `ended` gets the exit code later, on the main thread.
     void start(std::function<void(int exitCode)> ended);
@@ -29,6 +31,8 @@ public:
     [[noreturn]] void interrupt(int exitCode);
 
 private:
+    /// Shows how far the HUD is.
+    void viewChanged(UIView& view, double duration) override;
     /// Why the work can't be done, if that can be told beforehand.
     std::optional<std::string> obstacle() const;
     void runEngine();
@@ -41,6 +45,8 @@ private:
     const ReverseOptions m_options;
     OutputFile m_output;
     std::optional<ProgressReport> m_progress;
+    /// Stands for the screen that the HUD lies over.
+    const std::shared_ptr<UIWindowScene> m_scene;
     std::unique_ptr<VideoEncoder> m_encoder;
     std::atomic<std::int64_t> m_progressCalls = 0;
     std::function<void(int)> m_ended;

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <fstream>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -34,6 +35,24 @@ std::string userFolder(const char* variable, const char* nameInHome) {
     return home.empty() ? "" : home + '/' + nameInHome;
 }
 
+/// The folder in a line like XDG_VIDEOS_DIR="$HOME/Films", which is absolute or in the home; else empty.
+std::string folderInLine(const std::string& line, const std::string& variable) {
+    const std::size_t start = line.find_first_not_of(" \t");
+    const std::string opening = variable + "=\"";
+    if (start == line.npos || line.compare(start, opening.size(), opening) != 0)
+        return "";
+    std::string folder;
+    for (std::size_t i = start + opening.size(); i < line.size() && line[i] != '"'; ++i) {
+        if (line[i] == '\\' && i + 1 < line.size())
+            ++i;
+        folder += line[i];
+    }
+    const std::string home = "$HOME";
+    if (folder.starts_with(home + '/'))
+        folder.replace(0, home.size(), homeFolder());
+    return folder.starts_with('/') ? folder : "";
+}
+
 } // namespace
 
 std::string userCacheFolder() {
@@ -42,6 +61,15 @@ std::string userCacheFolder() {
 
 std::string userConfigurationFolder() {
     return userFolder("XDG_CONFIG_HOME", ".config");
+}
+
+std::string userVideosFolder() {
+    std::string folder = homeFolder().empty() ? "" : homeFolder() + "/Videos";
+    std::ifstream file(userConfigurationFolder() + "/user-dirs.dirs");
+    for (std::string line; std::getline(file, line);)
+        if (const std::string named = folderInLine(line, "XDG_VIDEOS_DIR"); !named.empty())
+            folder = named;
+    return folder;
 }
 
 void makePrivateFolders(const std::string& path) {

@@ -13,6 +13,9 @@ std::string userCacheFolder();
 /// For what the user has chosen: $XDG_CONFIG_HOME, else ~/.config.
 std::string userConfigurationFolder();
 
+/// For movies: what user-dirs.dirs in the configuration folder names, else ~/Videos.
+std::string userVideosFolder();
+
 /// Makes a folder, and those above it that are missing, for this user alone. Existing ones stay as they are.
 void makePrivateFolders(const std::string& path);
 

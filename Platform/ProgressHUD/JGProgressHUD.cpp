@@ -1,47 +1,43 @@
 #include "Platform/ProgressHUD/JGProgressHUD.h"
 
+#include "Platform/Foundation/NSTimer.h"
+
 #include <utility>
 
 namespace anadrome {
 
-namespace {
-
-JGProgressHUD::Observer& observer() {
-    static JGProgressHUD::Observer instance;
-    return instance;
+JGProgressHUD::JGProgressHUD(JGProgressHUDStyle style) : m_style(style) {
+    setIndicatorView(std::make_shared<JGProgressHUDIndeterminateIndicatorView>());
+    addSubview(m_textLabel);
+    addSubview(m_detailTextLabel);
 }
 
-} // namespace
-
-void JGProgressHUD::setObserver(Observer newObserver) {
-    observer() = std::move(newObserver);
+std::vector<std::shared_ptr<JGProgressHUD>> JGProgressHUD::allProgressHUDsInView(const UIView& view) {
+    std::vector<std::shared_ptr<JGProgressHUD>> huds;
+    for (const auto& subview : view.subviews())
+        if (auto hud = std::dynamic_pointer_cast<JGProgressHUD>(subview))
+            huds.push_back(std::move(hud));
+    return huds;
 }
 
-void JGProgressHUD::setProgress(float progress) {
-    m_progress = progress;
-    changed();
+void JGProgressHUD::setIndicatorView(std::shared_ptr<JGProgressHUDIndicatorView> indicatorView) {
+    if (m_indicatorView)
+        m_indicatorView->removeFromSuperview();
+    m_indicatorView = std::move(indicatorView);
+    addSubview(m_indicatorView);
 }
 
-void JGProgressHUD::setDetailText(std::string text) {
-    m_detailText = std::move(text);
-    changed();
+void JGProgressHUD::showInView(const std::shared_ptr<UIView>& view) {
+    if (!isVisible())
+        view->addSubview(shared_from_this());
 }
 
-void JGProgressHUD::show() {
-    m_isVisible = true;
-    changed();
-}
-
-void JGProgressHUD::dismiss() {
-    if (!m_isVisible)
-        return;
-    m_isVisible = false;
-    changed();
-}
-
-void JGProgressHUD::changed() const {
-    if (observer())
-        observer()(*this);
+void JGProgressHUD::dismissAfterDelay(double delay) {
+    const auto self = std::static_pointer_cast<JGProgressHUD>(shared_from_this());
+    NSTimer::scheduledTimerWithTimeInterval(delay, false, [watched = std::weak_ptr(self)](NSTimer&) {
+        if (const auto hud = watched.lock())
+            hud->dismiss();
+    });
 }
 
 } // namespace anadrome

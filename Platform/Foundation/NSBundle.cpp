@@ -1,0 +1,47 @@
+#include "Platform/Foundation/NSBundle.h"
+
+#include "Platform/Foundation/PreferredLanguage.h"
+#include "Platform/Foundation/Print.h"
+#include "Platform/Foundation/StringsTable.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace anadrome {
+
+namespace {
+
+constexpr const char* suffix = ".lproj";
+
+std::vector<std::string> languages() {
+    std::vector<std::string> found;
+    for (const QString& folder : QDir(":/").entryList({QString("*") + suffix}, QDir::Dirs, QDir::Name))
+        found.push_back(
+            folder.chopped(static_cast<qsizetype>(std::char_traits<char>::length(suffix))).toStdString());
+    return found;
+}
+
+} // namespace
+
+NSBundle::NSBundle() {
+    const std::string language = preferredLanguage(languages());
+    QFile file(QString::fromStdString(":/" + language + suffix + "/Localizable.strings"));
+    if (!file.open(QIODevice::ReadOnly))
+        return;
+    if (auto texts = parseStringsTable(file.readAll().toStdString()))
+        m_texts = std::move(*texts);
+    else
+        debugLog("The texts in the language " + language + " can't be read");
+}
+
+const NSBundle& NSBundle::mainBundle() {
+    static const NSBundle& bundle = *new NSBundle;
+    return bundle;
+}
+
+std::string NSBundle::localizedStringForKey(const std::string& key) const {
+    const auto found = m_texts.find(key);
+    return found != m_texts.end() ? found->second : key;
+}
+
+} // namespace anadrome

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Platform/Foundation/Print.h"
+#include "Platform/UIKit/UIView.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace anadrome {
+
+class UIViewController;
+
+/// The outlets and actions of a controller, by their names; a storyboard scene sets and wires them.
+class UIConnections {
+public:
+    /// Declared outlets and actions refer to the controller's own fields and functions.
+    explicit UIConnections(std::weak_ptr<UIViewController> controller)
+        : m_controller(std::move(controller)) {}
+
+    /// A view of another kind than the outlet's is fatal.
+    template <class View>
+    void outlet(const std::string& name, std::weak_ptr<View>& outlet) {
+        m_outlets[name] = [name, &outlet](const std::shared_ptr<UIView>& view) {
+            const auto fitting = std::dynamic_pointer_cast<View>(view);
+            if (!fitting)
+                fatalError("The view for the outlet " + name + " is of another kind");
+            outlet = fitting;
+        };
+    }
+    void action(const std::string& name, std::function<void()> function) {
+        m_actions[name] = std::move(function);
+    }
+
+    using SetOutlet = std::function<void(const std::shared_ptr<UIView>& view)>;
+    const std::map<std::string, SetOutlet>& outlets() const { return m_outlets; }
+
+    /// The action of that name, which does nothing once the controller is gone. An unknown name is fatal.
+    std::function<void()> actionNamed(const std::string& name) const;
+
+private:
+    std::weak_ptr<UIViewController> m_controller;
+    std::map<std::string, SetOutlet> m_outlets;
+    std::map<std::string, std::function<void()>> m_actions;
+};
+
+} // namespace anadrome
