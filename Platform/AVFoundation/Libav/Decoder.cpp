@@ -110,16 +110,23 @@ Result<CMTime> Decoder::seek(const CMTime& time) {
         const bool fromStart = CMTimeCompare(near, kCMTimeZero) < 0;
         if (std::optional<NSError> error = fromStart ? reopen() : moveTo(near))
             return *error;
-        const bool found = holdPacket(!fromStart);
-        const std::int64_t shown = found && m_packet->pts != AV_NOPTS_VALUE ? m_packet->pts : AV_NOPTS_VALUE;
-        const CMTime key =
-            m_file.time(m_streamIndex, shown != AV_NOPTS_VALUE || !found ? shown : m_packet->dts);
-        if (fromStart)
-            return key;
-        if (CMTIME_IS_NUMERIC(key) && CMTimeCompare(key, time) <= 0) {
-            m_firstShown = shown;
-            return key;
+        const bool found = holdPacket(true);
+        if (!found && !fromStart)
+            continue;
+        if (!found) {
+            // A stream without key frames, as far as it tells: decoded from its first packet.
+            const std::optional<NSError> error = reopen();
+            return error ? Result<CMTime>(*error) : Result<CMTime>(kCMTimeInvalid);
         }
+        const std::int64_t shown = m_packet->pts;
+        const CMTime key = m_file.time(m_streamIndex, shown != AV_NOPTS_VALUE ? shown : m_packet->dts);
+        if (!fromStart && (!CMTIME_IS_NUMERIC(key) || CMTimeCompare(key, time) > 0))
+            continue;
+        m_firstShown = shown;
+        // The decoder would leave out some of the pictures after a key frame that isn't a stream's first,
+        // those that are still inside it when it is told the end. The wrong ones are left out here.
+        m_codec->flags |= AV_CODEC_FLAG_OUTPUT_CORRUPT;
+        return key;
     }
 }
 

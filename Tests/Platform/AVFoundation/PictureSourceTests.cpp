@@ -90,6 +90,7 @@ TEST_F(PictureSourceTest, HandsOutEveryPictureOnceEitherWayFromAnyPlaceInBounded
         {"long-b.mp4", {.frames = 120, .gop = 250, .bFrames = 3}},
         {"open.mp4", {.frames = 70, .gop = 12, .bFrames = 2, .openGop = true}},
         {"open-hevc.mp4", {.frames = 60, .videoCodec = "libx265", .gop = 15, .bFrames = 3, .openGop = true}},
+        {"open-tail.mp4", {.frames = 150, .gop = 12, .bFrames = 3, .openGop = true}},
         {"open.ts", {.frames = 70, .gop = 12, .bFrames = 2, .openGop = true}},
         {"long.ts", {.frames = 100, .gop = 250}},
         {"open.mkv", {.frames = 70, .gop = 12, .bFrames = 2, .openGop = true}},
