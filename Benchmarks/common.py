@@ -9,6 +9,7 @@ BUILD = ROOT / "build" / "bench"
 CLI = BUILD / "Terminal" / "anadrome-cli"
 CLIP_MAKER = BUILD / "Tests" / "anadrome-make-clip"
 EXPORT_CLIP = BUILD / "Benchmarks" / "anadrome-export-clip"
+PLAY_BACKWARDS = BUILD / "Benchmarks" / "anadrome-play-backwards"
 FRAME_STORE = BUILD / "Benchmarks" / "frame_store_bench"
 CLIPS = BUILD / "clips"
 

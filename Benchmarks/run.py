@@ -10,6 +10,7 @@ from types import ModuleType
 import exports
 import frame_store
 import memory
+import playback
 import quality
 import speed
 from common import BUILD, FULL_PLAN, QUICK_PLAN, BenchmarkError, Plan, export_video_encoder, \
@@ -17,7 +18,7 @@ from common import BUILD, FULL_PLAN, QUICK_PLAN, BenchmarkError, Plan, export_vi
 from report import Row, summary, table
 
 CLAIMS: dict[str, ModuleType] = {module.__name__: module
-                                 for module in (speed, memory, quality, frame_store, exports)}
+                                 for module in (speed, memory, quality, frame_store, exports, playback)}
 
 HELP = """\
 All numbers of a table come from one run: the programs take turns, and the medians of their rounds are

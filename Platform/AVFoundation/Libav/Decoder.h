@@ -10,10 +10,17 @@ namespace anadrome::libav {
 bool canDecode(const AVStream* stream);
 
 /// Decodes one stream of a file of its own, frame after frame in presentation order. Damaged packets are
-/// skipped; a file that breaks off ends the stream there. One thread at a time.
+/// skipped; a file that breaks off ends the stream there. Starts at the file's beginning. One thread at a
+/// time.
 class Decoder {
 public:
     static Result<Decoder> open(const URL& url, int streamIndex);
+
+    /// Goes to where decoding can begin for the picture on screen at the time: a key frame before it that
+    /// isn't shown later, or else the file's start. next() goes on from there and leaves out the pictures
+    /// that are coded after that key frame and shown before it. The time of that frame, as far as the file
+    /// tells it; an error if there is no going on.
+    Result<CMTime> seek(const CMTime& time);
 
     /// Fills the frame with the next picture or run of sound. False at the end and after a failure.
     bool next(AVFrame* frame);
@@ -27,16 +34,24 @@ public:
     int streamIndex() const { return m_streamIndex; }
 
 private:
-    Decoder(InputFile file, int streamIndex, Owned<AVCodecContext> codec);
+    Decoder(InputFile file, URL url, int streamIndex, Owned<AVCodecContext> codec);
 
     /// Gives the decoder its next packet, or tells it that there is none.
     void feed();
+    /// Reads on to the stream's next packet, or its next key frame, and holds it for feed().
+    bool holdPacket(bool keyFrame);
+    std::optional<NSError> moveTo(const CMTime& time);
+    std::optional<NSError> reopen();
 
     InputFile m_file;
+    URL m_url;
     int m_streamIndex;
     Owned<AVCodecContext> m_codec;
     Owned<AVPacket> m_packet;
+    bool m_holdsPacket = false;
     bool m_drained = false;
+    /// In the stream's ticks; pictures before it are left out.
+    std::int64_t m_firstShown = AV_NOPTS_VALUE;
     std::optional<NSError> m_error;
 };
 

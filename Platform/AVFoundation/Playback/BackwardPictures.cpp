@@ -1,0 +1,116 @@
+#include "Platform/AVFoundation/Playback/BackwardPictures.h"
+
+#include "Platform/AVFoundation/Playback/ForwardPictures.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace anadrome::playback {
+
+namespace {
+
+std::size_t bytesOf(const CVPixelBufferRef& pixels) {
+    return CVPixelBufferGetBytesPerRow(pixels) * CVPixelBufferGetHeight(pixels);
+}
+
+} // namespace
+
+BackwardPictures::BackwardPictures(PictureDecoder& decoder, const CMTime& position, std::size_t mostBytes)
+    : m_decoder(decoder), m_position(position), m_runBytes(mostBytes / 2),
+      m_limit(CMTimeAdd(position, decoder.rounding())) {}
+
+bool BackwardPictures::isAtEnd() const {
+    return m_stage == Stage::ended && m_shown.pictures.empty();
+}
+
+bool BackwardPictures::work(const CMTime& distance) {
+    if (m_stage == Stage::complete || m_stage == Stage::ended)
+        return false;
+    if (m_stage == Stage::idle)
+        begin(distance);
+    std::optional<DecodedPicture> picture = m_decoder.next();
+    if (!picture || CMTimeCompare(picture->time, m_limit) >= 0)
+        complete();
+    else if (CMTimeCompare(picture->time, m_keepFrom) < 0)
+        m_passed = std::move(picture);
+    else
+        keep(*picture);
+    return true;
+}
+
+void BackwardPictures::begin(const CMTime& distance) {
+    // Where play has already gone past, nothing is decoded.
+    const CMTime reached = CMTimeAdd(CMTimeSubtract(m_position, distance), m_decoder.rounding());
+    m_limit = CMTimeMinimum(m_limit, reached);
+    m_keyTime = m_decoder.seek(CMTimeSubtract(m_limit, m_decoder.rounding()));
+    const std::size_t room = std::clamp<std::size_t>(m_runBytes / m_decoder.pictureBytes(), 1, 1 << 16);
+    m_keepFrom =
+        CMTimeSubtract(m_limit, CMTimeMultiply(m_decoder.pictureDuration(), static_cast<std::int32_t>(room)));
+    m_stage = Stage::decoding;
+}
+
+void BackwardPictures::keep(const DecodedPicture& picture) {
+    CVPixelBufferRef pixels = m_decoder.convert(picture);
+    if (!pixels)
+        return;
+    m_next.bytes += bytesOf(pixels);
+    m_next.pictures.push_back({std::move(pixels), picture.time, kCMTimeZero});
+    while (m_next.bytes > m_runBytes && m_next.pictures.size() > 1)
+        dropOne(m_next, true);
+}
+
+void BackwardPictures::complete() {
+    // Where pictures last long, all may lie before those that were expected to fit.
+    if (m_next.pictures.empty() && m_passed)
+        keep(*m_passed);
+    m_passed.reset();
+    if (!m_next.pictures.empty()) {
+        setDues();
+        m_stage = Stage::complete;
+        return;
+    }
+    // A stretch that can't be decoded is passed over; before the first key frame there is nothing.
+    const bool goesOn = CMTIME_IS_NUMERIC(m_keyTime) && CMTimeCompare(m_keyTime, m_limit) < 0;
+    m_stage = goesOn ? Stage::idle : Stage::ended;
+    m_limit = CMTimeMinimum(m_limit, m_keyTime);
+}
+
+void BackwardPictures::setDues() {
+    CMTime end = m_limit;
+    for (auto picture = m_next.pictures.rbegin(); picture != m_next.pictures.rend(); ++picture) {
+        const CMTime appears = CMTimeSubtract(end, m_decoder.rounding());
+        picture->due = CMTimeMaximum(CMTimeSubtract(m_position, appears), kCMTimeZero);
+        end = picture->time;
+    }
+}
+
+void BackwardPictures::dropOne(Run& run, bool first) {
+    const TimedPicture& picture = first ? run.pictures.front() : run.pictures.back();
+    run.bytes -= bytesOf(picture.pixels);
+    first ? run.pictures.pop_front() : run.pictures.pop_back();
+}
+
+std::optional<TimedPicture> BackwardPictures::take(const CMTime& distance) {
+    if (m_shown.pictures.empty() && m_stage == Stage::complete) {
+        m_shown = std::exchange(m_next, {});
+        m_limit = m_shown.pictures.front().time;
+        m_stage = Stage::idle;
+    }
+    std::deque<TimedPicture>& pictures = m_shown.pictures;
+    while (pictures.size() > 1 && CMTimeCompare(pictures[pictures.size() - 2].due, distance) <= 0)
+        dropOne(m_shown, false);
+    if (pictures.empty())
+        return std::nullopt;
+    TimedPicture picture = pictures.back();
+    dropOne(m_shown, false);
+    return picture;
+}
+
+std::unique_ptr<PictureSource> makePictureSource(PictureDecoder& decoder, const CMTime& position,
+                                                 Direction direction, std::size_t mostBytes) {
+    if (direction == Direction::backwards)
+        return std::make_unique<BackwardPictures>(decoder, position, mostBytes);
+    return std::make_unique<ForwardPictures>(decoder, position);
+}
+
+} // namespace anadrome::playback
