@@ -1,9 +1,9 @@
 #include "Platform/Foundation/NSTimer.h"
 
+#include "Platform/Dispatch/MainThread.h"
 #include "Platform/Foundation/Print.h"
 
 #include <QCoreApplication>
-#include <QThread>
 #include <QTimer>
 #include <algorithm>
 #include <chrono>
@@ -20,8 +20,7 @@ constexpr double shortestInterval = 0.0001;
 constexpr double longestInterval = 1e9;
 
 void requireMainThread() {
-    const auto* application = QCoreApplication::instance();
-    if (!application || QThread::currentThread() != application->thread())
+    if (!isMainThread())
         fatalError("NSTimer: used off the main thread, or without an application");
 }
 

@@ -9,6 +9,11 @@ void UISegmentedControl::requireSegment(long index) const {
         fatalError("UISegmentedControl: there is no such segment");
 }
 
+void UISegmentedControl::setTitles(std::vector<std::string> titles) {
+    setSelectedSegmentIndex(noSegment);
+    change(m_titles, std::move(titles));
+}
+
 const std::string& UISegmentedControl::titleForSegmentAtIndex(long index) const {
     requireSegment(index);
     return m_titles[static_cast<std::size_t>(index)];

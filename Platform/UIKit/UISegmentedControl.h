@@ -15,6 +15,8 @@ public:
 
     explicit UISegmentedControl(std::vector<std::string> titles = {}) : m_titles(std::move(titles)) {}
 
+    /// Segments with these titles take the place of all there are; none is selected.
+    void setTitles(std::vector<std::string> titles);
     long numberOfSegments() const { return static_cast<long>(m_titles.size()); }
     /// A segment that doesn't exist is fatal.
     const std::string& titleForSegmentAtIndex(long index) const;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Dispatch/MainThread.h"
 #include "Platform/UIKit/UIControl.h"
 
 #include <functional>
@@ -22,10 +23,13 @@ public:
         std::string action;
     };
 
+    /// The controller is destroyed on the main thread, whichever thread lets go of it last.
     template <class Controller>
     static UIStoryboardScene ofController() {
         UIStoryboardScene scene;
-        scene.m_makeController = [] { return std::make_shared<Controller>(); };
+        scene.m_makeController = [] {
+            return std::shared_ptr<Controller>(new Controller, MainThreadDeleter<Controller>());
+        };
         return scene;
     }
 

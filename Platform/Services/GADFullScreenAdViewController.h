@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Platform/Services/GADAdSource.h"
+#include "Platform/UIKit/UIViewController.h"
+
+namespace anadrome {
+
+/// An ad over the whole window, until the user closes it. The front end draws it by its content.
+class GADFullScreenAdViewController : public UIViewController {
+public:
+    explicit GADFullScreenAdViewController(GADAdContent content) : m_content(std::move(content)) {}
+
+    const GADAdContent& content() const { return m_content; }
+    /// Called once the ad has gone, however it went.
+    void setDismissed(std::function<void()> dismissed) { m_dismissed = std::move(dismissed); }
+
+    /// The user's tap on the close button.
+    void close() { dismissViewControllerAnimated(true); }
+
+protected:
+    void viewDidDisappear(bool animated) override;
+
+private:
+    const GADAdContent m_content;
+    std::function<void()> m_dismissed;
+};
+
+} // namespace anadrome

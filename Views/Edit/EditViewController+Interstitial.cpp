@@ -1,0 +1,46 @@
+// The ad between a finished movie and the Preview screen.
+
+#include "Platform/Foundation/Print.h"
+#include "Platform/Services/FIRAnalytics.h"
+#include "Views/Edit/EditViewController.h"
+
+namespace anadrome {
+
+namespace {
+
+/// The ad network's name for this place. Nothing is deployed.
+constexpr const char* interstitialAdUnitID = "";
+
+} // namespace
+
+void EditViewController::loadInterstitial() {
+    GADInterstitialAd::loadWithAdUnitID(
+        interstitialAdUnitID, GADRequest(),
+        [self = self()](std::shared_ptr<GADInterstitialAd> ad, const std::optional<NSError>& error) {
+            if (error) {
+                // What was held before stays, even if it has been shown.
+                print(error->localizedDescription());
+                return;
+            }
+            self->m_interstitial = std::move(ad);
+            if (self->m_interstitial)
+                self->m_interstitial->setFullScreenContentDelegate(self);
+        });
+}
+
+bool EditViewController::presentInterstitial() {
+    if (m_interstitial) {
+        m_interstitial->presentFromRootViewController(*this);
+        return true;
+    }
+    print("Ad wasn't ready");
+    FIRAnalytics::logEventWithName("ad_not_ready_compress");
+    return false;
+}
+
+void EditViewController::adDidDismissFullScreenContent() {
+    loadInterstitial();
+    showPreview();
+}
+
+} // namespace anadrome
