@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -67,6 +68,20 @@ std::optional<std::string> OutputFile::obstacleInPlace() const {
         return m_final.path() + ": is no plain file";
     if (!m_replaceExisting)
         return m_final.path() + ": exists already; --force replaces it";
+    return std::nullopt;
+}
+
+std::optional<std::string> OutputFile::moveHere(const URL& file) const {
+    const int failure = rename(file, m_partial);
+    if (failure == 0)
+        return std::nullopt;
+    if (failure != EXDEV)
+        return systemMessage(m_final.path(), failure);
+    std::error_code error;
+    std::filesystem::copy_file(file.path(), m_partial.path(), error);
+    if (error)
+        return systemMessage(m_final.path(), error.value());
+    ::unlink(file.path().c_str());
     return std::nullopt;
 }
 

@@ -23,6 +23,10 @@ public:
     const URL& partialUrl() const { return m_partial; }
     const URL& url() const { return m_final; }
 
+    /// Takes a finished file that lies elsewhere, which is gone from there afterwards. The message if that
+    /// fails.
+    std::optional<std::string> moveHere(const URL& file) const;
+
     /// Gives the file its name. The message if that fails.
     std::optional<std::string> putInPlace();
 

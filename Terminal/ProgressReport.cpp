@@ -38,6 +38,17 @@ void ProgressReport::update(double fraction) {
     if (m_style == Style::none || now - m_lastShown < interval)
         return;
     m_lastShown = now;
+    show();
+}
+
+void ProgressReport::finishing() {
+    if (m_style == Style::none || std::exchange(m_isFinishing, true))
+        return;
+    m_fraction = 1;
+    show();
+}
+
+void ProgressReport::show() {
     if (m_style == Style::json) {
         printLine();
         return;
@@ -48,7 +59,7 @@ void ProgressReport::update(double fraction) {
 
 void ProgressReport::drawBar() const {
     const int percent = static_cast<int>(m_fraction * 100);
-    const std::string tail = leftText(m_timeLeft.estimate());
+    const std::string tail = m_isFinishing ? " finishing" : leftText(m_timeLeft.estimate());
     const int room = std::clamp(terminalWidth() - 24, 10, 60);
     const int filled = static_cast<int>(m_fraction * room);
     const std::string bar = std::string(static_cast<std::size_t>(filled), '#') +

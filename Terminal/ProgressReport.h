@@ -21,9 +21,12 @@ public:
 
     /// A fraction from 0 to 1; one that falls behind an earlier one isn't shown.
     void update(double fraction);
+    /// What is left to do can't be counted.
+    void finishing();
     void clear();
 
 private:
+    void show();
     void drawBar() const;
     void printLine() const;
 
@@ -31,6 +34,7 @@ private:
     TimeLeft m_timeLeft;
     TimeLeft::Clock::time_point m_lastShown{};
     double m_fraction = 0;
+    bool m_isFinishing = false;
     bool m_barOnScreen = false;
 };
 

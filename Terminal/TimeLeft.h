@@ -5,8 +5,8 @@
 
 namespace anadrome::terminal {
 
-/// Estimates how long a reversal still takes. Its two halves, reading and writing, run at speeds of their
-/// own, so only the second half can tell: before it there is no estimate.
+/// Estimates how long a job still takes. Its halves (reading and writing, or reversing and exporting) run at
+/// speeds of their own, so only the second can tell: before it there is no estimate.
 class TimeLeft {
 public:
     using Clock = std::chrono::steady_clock;

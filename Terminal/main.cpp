@@ -3,6 +3,7 @@
 #include "Terminal/CommandLine.h"
 #include "Terminal/ExitCode.h"
 #include "Terminal/Interruption.h"
+#include "Terminal/MakeCommand.h"
 #include "Terminal/ReverseCommand.h"
 
 #include <QCoreApplication>
@@ -24,12 +25,19 @@ void routeDiagnostics(bool verbose) {
         setDebugSink(toStandardError);
 }
 
-int run(const ReverseOptions& options) {
-    routeDiagnostics(options.verbose);
-    ReverseCommand command(options);
+int runCommand(Command& command) {
     const Interruption interruption([&](int exitCode) { command.interrupt(exitCode); });
     command.start([](int exitCode) { QCoreApplication::exit(exitCode); });
-    const int exitCode = QCoreApplication::exec();
+    return QCoreApplication::exec();
+}
+
+template <class JobCommand, class Options>
+int run(const Options& options) {
+    routeDiagnostics(options.verbose);
+    const int exitCode = [&] {
+        JobCommand command(options);
+        return runCommand(command);
+    }();
     TemporaryDirectory::remove();
     return exitCode;
 }
@@ -48,5 +56,7 @@ int main(int argc, char** argv) {
     const auto parsed = parseCommandLine(argc, argv);
     if (const int* exitCode = std::get_if<int>(&parsed))
         return *exitCode;
-    return run(std::get<ReverseOptions>(parsed));
+    if (const auto* options = std::get_if<MakeOptions>(&parsed))
+        return run<MakeCommand>(*options);
+    return run<ReverseCommand>(std::get<ReverseOptions>(parsed));
 }

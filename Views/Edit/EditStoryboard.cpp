@@ -51,16 +51,17 @@ UIStoryboardScene editStoryboard() {
         .add<UILabel>("outputTypeNoticeLabel");
     scene.add<UILabel>("reverseSpeedLabel")
         .add<UILabel>("reverseSpeedValueLabel", prepareSpeedValueLabel)
-        .add<UISlider>("reverseSpeedSlider", prepareSpeedSlider,
-                       {{UIControlEvents::valueChanged, "reverseSpeedChanged"},
-                        {touchUp, "speedSliderTouchUp"}});
+        .add<UISlider>(
+            "reverseSpeedSlider", prepareSpeedSlider,
+            {{UIControlEvents::valueChanged, "reverseSpeedChanged"}, {touchUp, "speedSliderTouchUp"}});
     scene.add<UILabel>("normalSpeedLabel")
         .add<UILabel>("normalSpeedValueLabel", prepareSpeedValueLabel)
-        .add<UISlider>("normalSpeedSlider", prepareSpeedSlider,
-                       {{UIControlEvents::valueChanged, "normalSpeedChanged"},
-                        {touchUp, "speedSliderTouchUp"}});
-    scene.add<UISegmentedControl>("fileTypeSegmentedControl", prepareFileTypes,
-                                  {{UIControlEvents::valueChanged, "fileTypeChanged"}})
+        .add<UISlider>(
+            "normalSpeedSlider", prepareSpeedSlider,
+            {{UIControlEvents::valueChanged, "normalSpeedChanged"}, {touchUp, "speedSliderTouchUp"}});
+    scene
+        .add<UISegmentedControl>("fileTypeSegmentedControl", prepareFileTypes,
+                                 {{UIControlEvents::valueChanged, "fileTypeChanged"}})
         .add<UILabel>("exifLabel")
         .add<UISwitch>("exifSwitch", {}, {{UIControlEvents::valueChanged, "exifChanged"}})
         .add<UIButton>("createButton", {}, {{UIControlEvents::touchUpInside, "createTap"}});

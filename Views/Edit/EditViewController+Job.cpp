@@ -1,7 +1,7 @@
 // The job chain: one run from the tap on Create to the Preview screen, or to a dialog. Each stage of the
-// encoder writes a file of its own, and the end of one starts the next, on the thread where it ended. There is
-// one run at a time, because the HUD keeps the controls out of reach for as long as it lasts; that is also why
-// what the controls have set can be read on any thread here. Nothing is removed on the way.
+// encoder writes a file of its own, and the end of one starts the next, on the thread where it ended. There
+// is one run at a time, because the HUD keeps the controls out of reach for as long as it lasts; that is also
+// why what the controls have set can be read on any thread here. Nothing is removed on the way.
 //
 //   reverse only:           reverse -> speed
 //   reverse and forward:    reverse -> speed, then speed of the clip -> merge

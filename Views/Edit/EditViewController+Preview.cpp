@@ -56,9 +56,9 @@ void EditViewController::loadPreviewPlayer(const URL& url) {
     playBackwards();
     m_playPauseButtonImageView.lock()->setAlpha(0);
     addTimeObserver();
-    NSNotificationCenter::defaultCenter().addObserver(
-        self(), &EditViewController::playerDidFinishPlayingWithNote,
-        AVPlayerItemDidPlayToEndTimeNotification, item);
+    NSNotificationCenter::defaultCenter().addObserver(self(),
+                                                      &EditViewController::playerDidFinishPlayingWithNote,
+                                                      AVPlayerItemDidPlayToEndTimeNotification, item);
 }
 
 void EditViewController::playBackwards() {

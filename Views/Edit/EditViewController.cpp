@@ -81,11 +81,10 @@ void EditViewController::setupViews() {
         m_videoSeekBar.lock()->setThumbImage(UIImage::systemImageNamed("circle.fill"), state);
     setNormalSpeedControlsEnabled(false);
     m_fileTypeSegmentedControl.lock()->setSelectedSegmentIndex(preferences.integerForKey("fileTypeIndexKey"));
-    m_playerView.lock()->addGestureRecognizer(
-        std::make_shared<UITapGestureRecognizer>([weak = weakSelf()] {
-            if (const auto self = weak.lock())
-                self->playerTap();
-        }));
+    m_playerView.lock()->addGestureRecognizer(std::make_shared<UITapGestureRecognizer>([weak = weakSelf()] {
+        if (const auto self = weak.lock())
+            self->playerTap();
+    }));
 }
 
 void EditViewController::setupCaptions() {
@@ -151,7 +150,8 @@ void EditViewController::setNormalSpeedControlsEnabled(bool enabled) {
 }
 
 void EditViewController::updateSpeed(const UISlider& slider, double& field, UILabel& label) {
-    // Two straight pieces that meet at 1.0 in the middle, so that slow speeds are as easy to set as fast ones.
+    // Two straight pieces that meet at 1.0 in the middle, so that slow speeds are as easy to set as fast
+    // ones.
     const double position = slider.value();
     const double speed = position < 0.5 ? position * 1.8 + 0.1 : position * 18.0 - 8.0;
     field = std::round(speed * 10) / 10;
