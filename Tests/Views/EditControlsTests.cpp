@@ -1,0 +1,251 @@
+#include "Platform/UIKit/UITapGestureRecognizer.h"
+#include "Tests/Views/ScreenTest.h"
+#include "Views/Edit/PlayerView.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+
+namespace anadrome {
+
+using namespace testing_support;
+
+namespace {
+
+/// An Edit screen on a clip of two seconds.
+class EditControlsTest : public ScreenTest {
+protected:
+    std::shared_ptr<EditViewController> open() {
+        return openEdit(clip("clip.mp4", {.width = 64, .height = 48, .frames = 60}));
+    }
+    void tapPreview() {
+        const auto& recognizer = view<PlayerView>("playerView")->gestureRecognizers().at(0);
+        std::dynamic_pointer_cast<UITapGestureRecognizer>(recognizer)->tap();
+    }
+    /// The symbol over the preview, and how visible it is.
+    std::pair<std::string, double> icon() const {
+        const auto image = view<UIImageView>("playPauseButtonImageView");
+        return {image->image() ? image->image()->systemName() : "", image->alpha()};
+    }
+    static double seconds(const EditViewController& edit) {
+        return CMTimeGetSeconds(edit.player()->currentTime());
+    }
+    static bool isLoaded(const EditViewController& edit) {
+        return edit.player()->currentItem()->status() == AVPlayerItemStatus::readyToPlay;
+    }
+    /// With the preview at rest.
+    std::shared_ptr<EditViewController> openPaused() {
+        const auto edit = open();
+        EXPECT_TRUE(waitUntil([&] { return isLoaded(*edit); }));
+        tapPreview();
+        return edit;
+    }
+};
+
+} // namespace
+
+TEST_F(EditControlsTest, OpensOnTheReversedClipAloneWithWhatIsStored) {
+    preferences().setBool(true, "isSaveExifKey");
+    preferences().setInteger(1, "fileTypeIndexKey");
+    const auto edit = open();
+    EXPECT_EQ(text("outputTypeValueLabel"), NSLocalizedString("OutputReverseOnly"));
+    const auto outputType = view<UISegmentedControl>("outputTypeSegmentedControl");
+    EXPECT_EQ(outputType->titleForSegmentAtIndex(0), "◁");
+    EXPECT_EQ(outputType->titleForSegmentAtIndex(1), "◁ → ▷");
+    EXPECT_EQ(outputType->titleForSegmentAtIndex(2), "▷ → ◁");
+    EXPECT_EQ(text("reverseSpeedValueLabel"), "1.0x");
+    EXPECT_EQ(view<UISegmentedControl>("fileTypeSegmentedControl")->selectedSegmentIndex(), 1);
+    EXPECT_TRUE(view<UISwitch>("exifSwitch")->isOn());
+    EXPECT_EQ(view<UIButton>("createButton")->titleForState(UIControlState::normal),
+              NSLocalizedString("Create"));
+    for (const auto state : {UIControlState::normal, UIControlState::highlighted})
+        EXPECT_EQ(view<UISlider>("videoSeekBar")->thumbImageForState(state)->systemName(), "circle.fill");
+    EXPECT_TRUE(edit->player()->isMuted());
+    EXPECT_EQ(edit->player()->rate(), -1.0F) << "it plays by itself";
+    EXPECT_EQ(view<PlayerView>("playerView")->layer().player(), edit->player());
+    EXPECT_FALSE(m_stack->interactivePopGestureRecognizer()->isEnabled());
+}
+
+TEST_F(EditControlsTest, TheForwardSpeedIsOutOfReachWhileNothingRunsForward) {
+    const auto edit = open();
+    const struct {
+        long segment;
+        bool isEnabled;
+        const char* key;
+    } rows[] = {
+        {1, true, "OutputReverseNormal"}, {2, true, "OutputNormalReverse"}, {0, false, "OutputReverseOnly"}};
+    for (const auto& row : rows) {
+        view<UISegmentedControl>("outputTypeSegmentedControl")->tapSegment(row.segment);
+        EXPECT_EQ(text("outputTypeValueLabel"), NSLocalizedString(row.key));
+        const double alpha = row.isEnabled ? 1.0 : 0.3;
+        EXPECT_EQ(view<UISlider>("normalSpeedSlider")->isEnabled(), row.isEnabled);
+        EXPECT_EQ(view<UISlider>("normalSpeedSlider")->alpha(), alpha);
+        for (const char* label : {"normalSpeedLabel", "normalSpeedValueLabel"}) {
+            EXPECT_EQ(view<UILabel>(label)->isEnabled(), row.isEnabled);
+            EXPECT_EQ(view<UILabel>(label)->alpha(), alpha);
+        }
+        EXPECT_TRUE(view<UISlider>("reverseSpeedSlider")->isEnabled());
+        if (row.isEnabled)
+            setSpeed(*view<UISlider>("normalSpeedSlider"), 4.5);
+        EXPECT_EQ(edit->normalSpeed(), 4.5);
+        EXPECT_EQ(text("normalSpeedValueLabel"), "4.5x");
+    }
+}
+
+TEST_F(EditControlsTest, ASpeedSliderHasTwoPiecesAndStepsOfATenth) {
+    const auto edit = open();
+    const struct {
+        float position;
+        double speed;
+        const char* text;
+    } rows[] = {
+        {0.0F, 0.1, "0.1x"},    {0.027F, 0.1, "0.1x"}, {0.0285F, 0.2, "0.2x"}, {0.25F, 0.6, "0.6x"},
+        {0.4999F, 1.0, "1.0x"}, {0.502F, 1.0, "1.0x"}, {0.5F, 1.0, "1.0x"},    {0.5029F, 1.1, "1.1x"},
+        {0.75F, 5.5, "5.5x"},   {0.997F, 9.9, "9.9x"}, {1.0F, 10.0, "10.0x"},
+    };
+    const auto slider = view<UISlider>("reverseSpeedSlider");
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.position);
+        ASSERT_TRUE(slider->beginTracking());
+        slider->trackTo(row.position);
+        EXPECT_EQ(edit->reverseSpeed(), row.speed);
+        EXPECT_EQ(text("reverseSpeedValueLabel"), row.text);
+        EXPECT_EQ(edit->player()->rate(), -1.0F) << "moving it doesn't touch the preview";
+        slider->cancelTracking();
+    }
+    for (int tenths = 1; tenths <= 100; ++tenths) {
+        setSpeed(*slider, tenths / 10.0);
+        EXPECT_EQ(edit->reverseSpeed(), tenths / 10.0);
+    }
+}
+
+TEST_F(EditControlsTest, TheSeekBarRunsAgainstTheClip) {
+    const auto edit = openPaused();
+    const auto bar = view<UISlider>("videoSeekBar");
+    EXPECT_EQ(bar->maximumValue(), 2.0F);
+    for (const float position : {0.0F, 0.5F, 1.25F, 2.0F}) {
+        slide(*bar, position);
+        EXPECT_NEAR(seconds(*edit), 2.0 - static_cast<double>(position), 1.0 / 600);
+        waitUntil([] { return false; }, std::chrono::milliseconds(20));
+        EXPECT_NEAR(bar->value(), position, 1.0 / 600);
+    }
+    EXPECT_EQ(edit->player()->rate(), 0.0F);
+
+    slide(*bar, 0.0F);
+    tapPreview();
+    EXPECT_TRUE(waitUntil([&] { return bar->value() > 0.2F; })) << "it follows the preview";
+    ASSERT_TRUE(bar->beginTracking());
+    bar->trackTo(0.05F);
+    EXPECT_LT(edit->player()->rate(), 0) << "a moving preview goes on from the new place";
+    const double before = seconds(*edit);
+    EXPECT_TRUE(waitUntil([&] { return seconds(*edit) < before - 0.3; }));
+    EXPECT_EQ(bar->value(), 0.05F) << "no tick moves it under the finger";
+    bar->cancelTracking();
+    EXPECT_TRUE(waitUntil([&] { return bar->value() > 0.3F; }));
+}
+
+TEST_F(EditControlsTest, ATapTurnsPlaybackAndTheIconOnAndOff) {
+    const auto edit = open();
+    setSpeed(*view<UISlider>("reverseSpeedSlider"), 0.5);
+    EXPECT_EQ(icon().second, 0.0);
+    tapPreview();
+    EXPECT_EQ(edit->player()->rate(), 0.0F);
+    EXPECT_EQ(icon(), std::pair(std::string("play.circle"), 1.0));
+    EXPECT_EQ(m_host.changes.back().duration, 0.25);
+    tapPreview();
+    EXPECT_EQ(edit->player()->rate(), -0.5F);
+    EXPECT_EQ(icon(), std::pair(std::string("pause.circle"), 1.0));
+    EXPECT_TRUE(waitUntil([&] { return icon().second == 0.0; }));
+    const UIView* image = view<UIImageView>("playPauseButtonImageView").get();
+    const auto fade = std::ranges::find_if(
+        m_host.changes, [&](const auto& change) { return change.view == image && change.duration == 0.35; });
+    EXPECT_NE(fade, m_host.changes.end());
+}
+
+TEST_F(EditControlsTest, APreviewThatHasRunOutWaitsAtTheEndForATap) {
+    const auto edit = openEdit(clip("short.mp4", {.width = 64, .height = 48, .frames = 6}));
+    EXPECT_TRUE(waitUntil([&] { return edit->player()->rate() == 0 && icon().second == 1.0; }));
+    EXPECT_EQ(icon().first, "play.circle");
+    EXPECT_NEAR(seconds(*edit), 0.2, 1e-6);
+    EXPECT_TRUE(waitUntil([&] { return view<UISlider>("videoSeekBar")->value() == 0.0F; }));
+    tapPreview();
+    EXPECT_EQ(edit->player()->rate(), -1.0F);
+    EXPECT_TRUE(waitUntil([&] { return edit->player()->rate() == 0; })) << "it ends a second time";
+}
+
+TEST_F(EditControlsTest, LeavingForAnotherScreenPausesAndComingBackWaitsForATap) {
+    const auto edit = open();
+    EXPECT_TRUE(waitUntil([&] { return isLoaded(*edit); }));
+    m_stack->pushViewController(std::make_shared<UIViewController>(), false);
+    EXPECT_EQ(edit->player()->rate(), 0.0F);
+    EXPECT_TRUE(m_stack->interactivePopGestureRecognizer()->isEnabled());
+    m_stack->popViewControllerAnimated(false);
+    EXPECT_FALSE(m_stack->interactivePopGestureRecognizer()->isEnabled());
+    EXPECT_EQ(edit->player()->rate(), 0.0F);
+    EXPECT_EQ(icon().second, 0.0) << "the icon stays as it was";
+    slide(*view<UISlider>("videoSeekBar"), 0.5F);
+    tapPreview();
+    EXPECT_TRUE(waitUntil([&] { return view<UISlider>("videoSeekBar")->value() > 0.7F; }));
+}
+
+TEST_F(EditControlsTest, LettingGoOfASpeedSliderPlaysARenditionOfTheReversedSpeed) {
+    const auto edit = open();
+    view<UISegmentedControl>("outputTypeSegmentedControl")->tapSegment(1);
+    setSpeed(*view<UISlider>("reverseSpeedSlider"), 2.0);
+    m_host.clear();
+    const auto former = edit->player();
+    slide(*view<UISlider>("normalSpeedSlider"), 1.0F);
+    EXPECT_TRUE(waitUntil([&] { return edit->player() != former; }));
+    EXPECT_EQ(m_host.story(), (Story{"ring", "no hud"}));
+    EXPECT_NEAR(view<UISlider>("videoSeekBar")->maximumValue(), 1.0, 1e-6)
+        << "at the reversed speed, not at 10";
+    EXPECT_EQ(edit->player()->rate(), -2.0F);
+    EXPECT_TRUE(edit->player()->isMuted());
+    EXPECT_EQ(view<PlayerView>("playerView")->layer().player(), edit->player());
+    EXPECT_EQ(edit->inputUrl()->path(), m_folder.file("clip.mp4"));
+
+    // A paused preview starts again with its rendition.
+    tapPreview();
+    EXPECT_EQ(icon().second, 1.0);
+    const auto second = edit->player();
+    slide(*view<UISlider>("normalSpeedSlider"), 1.0F);
+    EXPECT_TRUE(waitUntil([&] { return edit->player() != second; }));
+    EXPECT_EQ(edit->player()->rate(), -2.0F);
+    EXPECT_EQ(icon().second, 0.0);
+}
+
+TEST_F(EditControlsTest, ARenditionThatFailsLeavesThePreviewAndKeepsTheSpeed) {
+    const auto edit = open();
+    const auto former = edit->player();
+    std::filesystem::remove(m_folder.file("clip.mp4"));
+    m_host.clear();
+    slide(*view<UISlider>("reverseSpeedSlider"), 1.0F);
+    EXPECT_TRUE(waitUntil([&] { return dialog() != nullptr; }));
+    EXPECT_EQ(m_host.story().size(), 3u);
+    EXPECT_EQ((Story{m_host.story().begin(), m_host.story().begin() + 2}), (Story{"ring", "no hud"}));
+    EXPECT_FALSE(dialog()->message().empty());
+    EXPECT_EQ(edit->player(), former);
+    EXPECT_EQ(edit->reverseSpeed(), 10.0);
+}
+
+TEST_F(EditControlsTest, TheMetadataChoiceIsStoredAtOnceTheFileTypeWithTheNextMovie) {
+    const auto edit = open();
+    view<UISwitch>("exifSwitch")->tap();
+    EXPECT_TRUE(preferences().boolForKey("isSaveExifKey"));
+    view<UISwitch>("exifSwitch")->tap();
+    EXPECT_FALSE(preferences().boolForKey("isSaveExifKey"));
+    view<UISegmentedControl>("fileTypeSegmentedControl")->tapSegment(1);
+    EXPECT_EQ(preferences().integerForKey("fileTypeIndexKey"), 0);
+    view<UIButton>("createButton")->tap();
+    EXPECT_EQ(preferences().integerForKey("fileTypeIndexKey"), 1);
+    EXPECT_EQ(edit->player()->rate(), 0.0F);
+    EXPECT_TRUE(waitFor("push Preview"));
+}
+
+TEST_F(EditControlsTest, AScreenWithoutAClipIsFatal) {
+    ::testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_DEATH(UIStoryboard::storyboardWithName("Edit").instantiateInitialViewController()->view(),
+                 "without a clip");
+}
+
+} // namespace anadrome

@@ -1,0 +1,116 @@
+#include "Platform/Services/GADFullScreenAdViewController.h"
+#include "Tests/Views/ScreenTest.h"
+
+#include <deque>
+
+namespace anadrome {
+
+namespace {
+
+/// Answers each request when the test wants it to.
+class HeldAds final : public GADAdSource {
+public:
+    void fetch(const std::string&, const GADRequest&, Completion completion) override {
+        ++requests;
+        m_waiting.push_back(std::move(completion));
+    }
+    void answer(const Result<GADAdContent>& result) {
+        const Completion completion = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        completion(result);
+    }
+
+    int requests = 0;
+
+private:
+    std::deque<Completion> m_waiting;
+};
+
+class InterstitialTest : public ScreenTest {
+protected:
+    InterstitialTest() {
+        GADAdSource::setCurrent(m_ads);
+        openEdit(clip("clip.mp4", {.width = 64, .height = 48, .frames = 6}));
+        m_host.clear();
+    }
+    ~InterstitialTest() override { GADAdSource::setCurrent(nullptr); }
+
+    void giveAd(const std::string& text) { m_ads->answer(GADAdContent{text, ""}); }
+    void refuseAd() { m_ads->answer(NSError(GADErrorDomain, GADErrorNetworkError, "no network")); }
+    /// Makes a movie, up to where the screen says what comes next.
+    void makeMovie() {
+        m_host.clear();
+        view<UIButton>("createButton")->tap();
+        EXPECT_TRUE(waitUntil([&] { return edit().outputUrlForPreview() && m_host.tells("no hud"); }));
+        waitUntil([] { return false; }, std::chrono::milliseconds(50));
+    }
+    EditViewController& edit() const {
+        return dynamic_cast<EditViewController&>(*m_stack->viewControllers().at(1));
+    }
+    std::shared_ptr<GADFullScreenAdViewController> shownAd() const {
+        return std::dynamic_pointer_cast<GADFullScreenAdViewController>(m_stack->presentedViewController());
+    }
+
+    const std::shared_ptr<HeldAds> m_ads = std::make_shared<HeldAds>();
+};
+
+} // namespace
+
+TEST_F(InterstitialTest, AnAdThatHasNotComeIsNotWaitedForAndServesTheNextMovie) {
+    EXPECT_EQ(m_ads->requests, 1) << "asked for as the screen opens";
+    makeMovie();
+    EXPECT_EQ(m_host.story(), (Story{"pie", "no hud", "event ad_not_ready_compress", "push Preview"}));
+    giveAd("late");
+    m_stack->popViewControllerAnimated(false);
+    makeMovie();
+    ASSERT_TRUE(shownAd());
+    EXPECT_EQ(shownAd()->content().text, "late");
+    EXPECT_EQ(m_ads->requests, 1);
+}
+
+TEST_F(InterstitialTest, TheMovieOpensWhenTheAdIsClosedAndTheNextAdIsOnItsWay) {
+    giveAd("first");
+    makeMovie();
+    EXPECT_EQ(m_host.story(), (Story{"pie", "no hud", "ad"})) << "no event, and no Preview screen yet";
+    EXPECT_EQ(m_ads->requests, 1);
+    shownAd()->close();
+    EXPECT_TRUE(waitFor("push Preview"));
+    EXPECT_EQ(m_ads->requests, 2);
+    giveAd("second");
+    m_stack->popViewControllerAnimated(false);
+    makeMovie();
+    ASSERT_TRUE(shownAd());
+    EXPECT_EQ(shownAd()->content().text, "second");
+}
+
+TEST_F(InterstitialTest, AnAdThatCannotBeShownAgainLeavesTheUserOnTheEditScreenWithTheMovie) {
+    giveAd("only");
+    makeMovie();
+    shownAd()->close();
+    EXPECT_TRUE(waitFor("push Preview"));
+    const URL first = *edit().outputUrlForPreview();
+    m_host.clear();
+    refuseAd();
+    EXPECT_EQ(m_host.lines(), Story{"no network"});
+    m_stack->popViewControllerAnimated(false);
+    m_host.clear();
+    view<UIButton>("createButton")->tap();
+    EXPECT_TRUE(waitUntil([&] { return *edit().outputUrlForPreview() != first; }));
+    waitUntil([] { return false; }, std::chrono::milliseconds(100));
+    EXPECT_EQ(m_host.story(), (Story{"pie", "no hud"}));
+    EXPECT_EQ(m_ads->requests, 2);
+}
+
+TEST_F(InterstitialTest, WithoutASourceALoadFailsPlainly) {
+    GADAdSource::setCurrent(nullptr);
+    std::optional<NSError> failure;
+    GADInterstitialAd::loadWithAdUnitID("", GADRequest(), [&](const auto& ad, const auto& error) {
+        EXPECT_EQ(ad, nullptr);
+        failure = error;
+    });
+    EXPECT_FALSE(failure) << "never before the call returns";
+    EXPECT_TRUE(waitUntil([&] { return failure.has_value(); }));
+    EXPECT_EQ(failure->code(), GADErrorNetworkError);
+}
+
+} // namespace anadrome

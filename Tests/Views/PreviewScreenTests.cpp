@@ -1,0 +1,139 @@
+#include "Models/VideoFileManager.h"
+#include "Platform/AVKit/AVPlayerLayerView.h"
+#include "Platform/AVKit/AVPlayerViewController.h"
+#include "Platform/UIKit/UIActivityViewController.h"
+#include "Tests/Support/Environment.h"
+#include "Tests/Support/FileSizeLimit.h"
+#include "Tests/Views/ScreenTest.h"
+
+#include <filesystem>
+#include <fstream>
+
+namespace anadrome {
+
+using namespace testing_support;
+namespace fs = std::filesystem;
+
+namespace {
+
+/// A Preview screen above an Edit screen, and a Videos folder of the test's own.
+class PreviewScreenTest : public ScreenTest {
+protected:
+    PreviewScreenTest() {
+        const std::string movie =
+            VideoFileManager::videosDirectory().appendingPathComponent("movie.mov").path();
+        makeClip(movie, {.width = 64, .height = 48, .frames = 6});
+        openEdit(movie);
+        openPreview(movie);
+        m_host.clear();
+    }
+
+    void tap(const char* button) { view<UIButton>(button)->tap(); }
+    /// Saves until there is an answer: the dialog's message, or nothing after the tick.
+    std::string save() {
+        // The tick of the save before lies over the button for its two seconds.
+        ViewHelper::shared().hud().dismiss();
+        m_host.clear();
+        tap("saveButton");
+        EXPECT_TRUE(waitUntil([&] { return dialog() || m_host.tells("tick"); }, std::chrono::seconds(10)));
+        if (!dialog())
+            return "";
+        const std::string message = dialog()->message();
+        dialog()->chooseAction(0);
+        return message;
+    }
+    std::shared_ptr<UIActivityViewController> sheet() const {
+        return std::dynamic_pointer_cast<UIActivityViewController>(m_stack->presentedViewController());
+    }
+    fs::path library() const { return m_folder.path() / "Videos" / "Anadrome"; }
+
+    const Environment m_home{"HOME", m_folder.path()};
+    const Environment m_configuration{"XDG_CONFIG_HOME", m_folder.file("config")};
+};
+
+} // namespace
+
+TEST_F(PreviewScreenTest, ShowsTheMovieInAPlayerThatWaits) {
+    const struct {
+        const char* button;
+        const char* key;
+    } rows[] = {{"saveButton", "Save"},
+                {"shareButton", "Share"},
+                {"selectOtherVideoButton", "ToTop"},
+                {"shareAppButton", "ShareToFriends"}};
+    for (const auto& row : rows)
+        EXPECT_EQ(view<UIButton>(row.button)->titleForState(UIControlState::normal),
+                  NSLocalizedString(row.key));
+    EXPECT_EQ(view<UIButton>("selectOtherVideoButton")->titleLabel()->minimumScaleFactor(), 0.5);
+    EXPECT_TRUE(view<UIButton>("shareAppButton")->titleLabel()->adjustsFontSizeToFitWidth());
+    EXPECT_FALSE(view<UIButton>("selectOtherVideoButton")->titleLabel()->adjustsFontSizeToFitWidth());
+
+    const auto preview = std::static_pointer_cast<PreviewViewController>(m_stack->topViewController());
+    const auto player =
+        std::dynamic_pointer_cast<AVPlayerViewController>(preview->childViewControllers().at(0));
+    ASSERT_TRUE(player);
+    EXPECT_EQ(player->player(), preview->playerBefore());
+    EXPECT_EQ(preview->playerBefore()->rate(), 0.0F);
+    EXPECT_FALSE(preview->playerBefore()->isMuted());
+    const auto container = view<UIView>("videoContainerView1");
+    EXPECT_EQ(container->subviews().at(0), player->view());
+    EXPECT_EQ(container->constraints().size(), 4u);
+    const auto surface = std::dynamic_pointer_cast<AVPlayerLayerView>(player->view());
+    EXPECT_EQ(surface->layer().player(), preview->playerBefore());
+}
+
+TEST_F(PreviewScreenTest, EverySaveCountsAndTheFirstAndEveryFifthAfterItAskForAReview) {
+    for (int count = 1; count <= 11; ++count) {
+        EXPECT_EQ(save(), "");
+        Story expected{"event save", "ring", "no hud", "tick"};
+        if (count % 5 == 1)
+            expected.insert(expected.begin() + 2, "review");
+        EXPECT_EQ(m_host.story(), expected) << count;
+        EXPECT_EQ(preferences().integerForKey("doneCountKey"), count);
+        EXPECT_EQ(std::distance(fs::directory_iterator(library()), {}), count);
+    }
+}
+
+TEST_F(PreviewScreenTest, AFailedSaveSaysWhyCountsNothingAndCanBeTriedAgain) {
+    {
+        const Environment nowhere("HOME", "/sys");
+        EXPECT_EQ(save(), NSLocalizedString("error.accessUserDenied"));
+    }
+    {
+        const FileSizeLimit full(16);
+        EXPECT_EQ(save(), NSLocalizedString("error.notEnoughSpace"));
+    }
+    EXPECT_EQ(m_host.story().at(0), "event save");
+    EXPECT_FALSE(m_host.tells("tick"));
+    EXPECT_EQ(preferences().integerForKey("doneCountKey"), 0);
+    EXPECT_EQ(save(), "");
+    EXPECT_EQ(preferences().integerForKey("doneCountKey"), 1);
+    const URL movie = VideoFileManager::videosDirectory().appendingPathComponent("movie.mov");
+    fs::remove(movie.path());
+    EXPECT_NE(save(), "");
+    EXPECT_EQ(preferences().integerForKey("doneCountKey"), 1);
+}
+
+TEST_F(PreviewScreenTest, ShareSheetsHaveTheMovieOrATextAboutTheProgram) {
+    const URL movie = VideoFileManager::videosDirectory().appendingPathComponent("movie.mov");
+    tap("shareButton");
+    EXPECT_EQ(m_host.story(), (Story{"event share", "share sheet"}));
+    ASSERT_EQ(sheet()->activityItems().size(), 1u);
+    EXPECT_EQ(std::get<URL>(sheet()->activityItems().at(0)), movie);
+    sheet()->finish(std::nullopt, false);
+    m_host.clear();
+    tap("shareAppButton");
+    EXPECT_EQ(m_host.story(), (Story{"event result_app_share", "share sheet"}));
+    ASSERT_EQ(sheet()->activityItems().size(), 1u);
+    EXPECT_TRUE(std::get<std::string>(sheet()->activityItems().at(0))
+                    .starts_with(NSLocalizedString("AppName") + " https://"));
+}
+
+TEST_F(PreviewScreenTest, TheWayBackToTheStartTakesTheWorkFilesAlong) {
+    tap("selectOtherVideoButton");
+    EXPECT_EQ(m_host.story(), (Story{"event to_top", "pop 2"}));
+    EXPECT_EQ(m_stack->viewControllers().size(), 1u);
+    EXPECT_TRUE(fs::is_empty(VideoFileManager::videosDirectory().path()));
+}
+
+} // namespace anadrome

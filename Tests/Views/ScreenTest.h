@@ -1,0 +1,118 @@
+#pragma once
+
+#include "Platform/Foundation/NSBundle.h"
+#include "Platform/Foundation/NSUserDefaults.h"
+#include "Platform/UIKit/UIButton.h"
+#include "Platform/UIKit/UIImageView.h"
+#include "Platform/UIKit/UILabel.h"
+#include "Platform/UIKit/UINavigationController.h"
+#include "Platform/UIKit/UISegmentedControl.h"
+#include "Platform/UIKit/UISlider.h"
+#include "Platform/UIKit/UIStoryboard.h"
+#include "Platform/UIKit/UISwitch.h"
+#include "Tests/Support/ClipMaker.h"
+#include "Tests/Support/EventLoop.h"
+#include "Tests/Support/ScratchFolder.h"
+#include "Tests/Views/StoryHost.h"
+#include "Views/Common/Storyboards.h"
+#include "Views/Edit/EditViewController.h"
+#include "Views/Preview/PreviewViewController.h"
+
+#include <gtest/gtest.h>
+
+namespace anadrome {
+
+/// The app's screens on a stack, with nobody to see them: preferences of this process alone, made clips.
+class ScreenTest : public ::testing::Test {
+protected:
+    using Story = StoryHost::Story;
+
+    ScreenTest() {
+        static const bool isReady = [] {
+            NSUserDefaults::standardUserDefaults().keepInMemory();
+            NSUserDefaults::standardUserDefaults().registerDefaults({{"resolutionIndexKey", 1}});
+            registerStoryboards();
+            return true;
+        }();
+        EXPECT_TRUE(isReady);
+        for (const char* key : {"resolutionIndexKey", "fileTypeIndexKey", "isSaveExifKey", "doneCountKey"})
+            preferences().removeObjectForKey(key);
+        m_host.show(m_stack);
+    }
+
+    ~ScreenTest() override {
+        // An ad that is on its way holds its screen, which sweeps the work files as it goes.
+        m_host.show(nullptr);
+        m_stack.reset();
+        QCoreApplication::processEvents();
+    }
+
+    static NSUserDefaults& preferences() { return NSUserDefaults::standardUserDefaults(); }
+
+    std::string clip(const std::string& name, const testing_support::ClipOptions& options) const {
+        testing_support::makeClip(m_folder.file(name), options);
+        return m_folder.file(name);
+    }
+
+    /// Opens a screen as the one before it does: hands it its value, then pushes it.
+    std::shared_ptr<EditViewController> openEdit(const std::string& clip) {
+        const auto edit = instantiate<EditViewController>("Edit");
+        edit->setInputUrl(URL::fileURLWithPath(clip));
+        m_stack->pushViewController(edit, false);
+        return edit;
+    }
+    std::shared_ptr<PreviewViewController> openPreview(const std::string& movie) {
+        const auto preview = instantiate<PreviewViewController>("Preview");
+        preview->setCompressedVideoUrl(URL::fileURLWithPath(movie));
+        m_stack->pushViewController(preview, false);
+        return preview;
+    }
+
+    /// A view of the screen on top, by its name.
+    template <class View>
+    std::shared_ptr<View> view(const std::string& name) const {
+        for (const auto& view : m_stack->topViewController()->view()->subviews())
+            if (view->accessibilityIdentifier() == name)
+                return std::dynamic_pointer_cast<View>(view);
+        return nullptr;
+    }
+    std::string text(const std::string& label) const { return view<UILabel>(label)->text(); }
+
+    static void slide(UISlider& slider, float value) {
+        ASSERT_TRUE(slider.beginTracking());
+        slider.trackTo(value);
+        slider.endTracking();
+    }
+    /// Moves a speed slider without making a preview of the speed.
+    static void setSpeed(UISlider& slider, double speed) {
+        ASSERT_TRUE(slider.beginTracking());
+        slider.trackTo(static_cast<float>(speed < 1 ? (speed - 0.1) / 1.8 : (speed + 8) / 18));
+        slider.cancelTracking();
+    }
+
+    template <typename Condition>
+    static bool waitUntil(Condition holds, std::chrono::milliseconds patience = std::chrono::seconds(60)) {
+        return testing_support::runEventLoopUntil(holds, patience);
+    }
+    bool waitFor(const std::string& event) {
+        return waitUntil([&] { return m_host.tells(event); });
+    }
+    std::shared_ptr<UIAlertController> dialog() const {
+        return std::dynamic_pointer_cast<UIAlertController>(
+            m_stack->topViewController()->presentedViewController());
+    }
+
+    testing_support::ScratchFolder m_folder;
+    StoryHost m_host;
+    std::shared_ptr<UINavigationController> m_stack =
+        std::make_shared<UINavigationController>(std::make_shared<UIViewController>());
+
+private:
+    template <class Controller>
+    static std::shared_ptr<Controller> instantiate(const std::string& storyboard) {
+        return std::dynamic_pointer_cast<Controller>(
+            UIStoryboard::storyboardWithName(storyboard).instantiateInitialViewController());
+    }
+};
+
+} // namespace anadrome
