@@ -19,6 +19,8 @@ namespace {
     ::dup2(out, STDOUT_FILENO);
     ::dup2(err, STDERR_FILENO);
     ::setenv("XDG_CACHE_HOME", surroundings.cache.c_str(), 1);
+    if (!surroundings.configuration.empty())
+        ::setenv("XDG_CONFIG_HOME", surroundings.configuration.c_str(), 1);
     if (surroundings.fileSizeLimit >= 0) {
         const auto limit = static_cast<rlim_t>(surroundings.fileSizeLimit);
         const rlimit both{limit, limit};
@@ -41,14 +43,15 @@ bool readSome(int descriptor, std::string& text) {
     return got > 0;
 }
 
-void readBoth(pid_t child, int out, int err, int signal, CommandResult& result) {
+void readBoth(pid_t child, int out, int err, const CommandSurroundings& surroundings, CommandResult& result) {
+    int signal = surroundings.signal;
     std::array<pollfd, 2> pipes{{{out, POLLIN, 0}, {err, POLLIN, 0}}};
     while (pipes[0].fd >= 0 || pipes[1].fd >= 0) {
         ::poll(pipes.data(), pipes.size(), -1);
         for (pollfd& pipe : pipes)
             if (pipe.fd >= 0 && pipe.revents && !readSome(pipe.fd, pipe.fd == out ? result.out : result.err))
                 pipe.fd = -1;
-        if (signal != 0 && result.out.find("progress") != std::string::npos)
+        if (signal != 0 && result.out.find(surroundings.signalAfter) != std::string::npos)
             ::kill(child, std::exchange(signal, 0));
     }
 }
@@ -66,7 +69,7 @@ CommandResult runCli(const std::vector<std::string>& arguments, const CommandSur
     ::close(out[1]);
     ::close(err[1]);
     CommandResult result;
-    readBoth(child, out[0], err[0], surroundings.signalAfterProgress, result);
+    readBoth(child, out[0], err[0], surroundings, result);
     int status = 0;
     ::waitpid(child, &status, 0);
     ::close(out[0]);

@@ -16,9 +16,11 @@ struct CommandResult {
 
 /// What surrounds a run.
 struct CommandSurroundings {
-    std::filesystem::path cache = {}; ///< the user's cache folder
-    long fileSizeLimit = -1;          ///< bytes, none if negative
-    int signalAfterProgress = 0;      ///< sent once the first progress line has come
+    std::filesystem::path cache = {};         ///< the user's cache folder
+    std::filesystem::path configuration = {}; ///< the user's configuration folder, if not empty
+    long fileSizeLimit = -1;                  ///< bytes, none if negative
+    int signal = 0;                           ///< sent once the output has come so far:
+    std::string signalAfter = "progress";
 };
 
 /// Runs anadrome-cli and waits for it.

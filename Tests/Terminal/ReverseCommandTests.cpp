@@ -1,16 +1,7 @@
-#include "CommandRunner.h"
-#include "Tests/Support/ClipMaker.h"
-#include "Tests/Support/MovieReader.h"
-#include "Tests/Support/ScratchFolder.h"
+#include "Tests/Terminal/CommandTest.h"
 
-#include <array>
 #include <csignal>
-#include <cstdio>
 #include <fstream>
-#include <gtest/gtest.h>
-#include <memory>
-#include <nlohmann/json.hpp>
-#include <sstream>
 #include <sys/stat.h>
 
 namespace anadrome {
@@ -18,65 +9,7 @@ namespace anadrome {
 using namespace testing_support;
 namespace fs = std::filesystem;
 
-namespace {
-
-class ReverseCommandTest : public ::testing::Test {
-protected:
-    ReverseCommandTest() {
-        fs::create_directory(out());
-        m_surroundings.cache = m_folder.path() / "cache";
-    }
-
-    fs::path out() const { return m_folder.path() / "out"; }
-    std::string clip(const std::string& name,
-                     const ClipOptions& options = {.width = 160, .height = 96}) const {
-        makeClip(m_folder.file(name), options);
-        return m_folder.file(name);
-    }
-    CommandResult run(const std::vector<std::string>& arguments) const {
-        return runCli(arguments, m_surroundings);
-    }
-
-    /// Neither the output folder nor the cache holds anything that shouldn't be there.
-    void expectNoLeftovers(std::size_t movies = 0) const {
-        EXPECT_EQ(std::distance(fs::directory_iterator(out()), {}), static_cast<std::ptrdiff_t>(movies));
-        const fs::path base = m_surroundings.cache / "anadrome";
-        if (!fs::exists(base))
-            return;
-        for (const auto& entry : fs::directory_iterator(base))
-            EXPECT_EQ(entry.path().filename(), "sweep.lock");
-    }
-
-    ScratchFolder m_folder;
-    CommandSurroundings m_surroundings;
-};
-
-std::vector<int> numbers(const std::string& movie) {
-    std::vector<int> numbers;
-    for (const auto& number : readMovie(movie).video.at(0).numbers())
-        numbers.push_back(number.value_or(-1));
-    return numbers;
-}
-
-/// What a shell command prints to either stream.
-std::string outputOf(const std::string& command) {
-    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(::popen((command + " 2>&1").c_str(), "r"), ::pclose);
-    std::string output;
-    std::array<char, 4096> buffer;
-    while (const std::size_t got = std::fread(buffer.data(), 1, buffer.size(), pipe.get()))
-        output.append(buffer.data(), got);
-    return output;
-}
-
-std::vector<nlohmann::json> jsonLines(const std::string& text) {
-    std::vector<nlohmann::json> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(nlohmann::json::parse(line));
-    return lines;
-}
-
-} // namespace
+using ReverseCommandTest = CommandTest;
 
 TEST_F(ReverseCommandTest, WritesTheMovieInTheContainerOfItsNameOrOfTheOption) {
     const std::string source = clip("clip.mp4", {.width = 160, .height = 96, .frames = 5});
@@ -232,7 +165,7 @@ TEST_F(ReverseCommandTest, AFullDiskIsAClearErrorWhereverItHappens) {
 TEST_F(ReverseCommandTest, AnInterruptSweepsEverythingAndSaysSoByItsExitCode) {
     const std::string source = clip("long.mp4", {.width = 640, .height = 480, .frames = 600});
     for (const auto& [signal, exitCode] : {std::pair(SIGINT, 130), std::pair(SIGTERM, 143)}) {
-        m_surroundings.signalAfterProgress = signal;
+        m_surroundings.signal = signal;
         EXPECT_EQ(run({"reverse", source, "-o", out() / "movie.mov", "--json"}).exitCode, exitCode);
         expectNoLeftovers();
     }
@@ -240,39 +173,14 @@ TEST_F(ReverseCommandTest, AnInterruptSweepsEverythingAndSaysSoByItsExitCode) {
 
 TEST_F(ReverseCommandTest, WhatAKilledRunLeftIsGoneAfterTheNextStart) {
     const std::string source = clip("long.mp4", {.width = 640, .height = 480, .frames = 600});
-    m_surroundings.signalAfterProgress = SIGKILL;
+    m_surroundings.signal = SIGKILL;
     EXPECT_EQ(run({"reverse", source, "-o", out() / "movie.mov", "--json"}).exitCode, -SIGKILL);
-    m_surroundings.signalAfterProgress = 0;
+    m_surroundings.signal = 0;
     const std::string shortClip = clip("short.mp4", {.width = 160, .height = 96, .frames = 2});
     EXPECT_EQ(run({"reverse", shortClip, "-o", out() / "short.mov"}).exitCode, 0);
     const fs::path base = m_surroundings.cache / "anadrome";
     for (const auto& entry : fs::directory_iterator(base))
         EXPECT_EQ(entry.path().filename(), "sweep.lock");
-}
-
-TEST_F(ReverseCommandTest, WrongUseIsToldFromHelp) {
-    const struct {
-        std::vector<std::string> arguments;
-        int exitCode;
-    } rows[] = {
-        {{}, 2},
-        {{"reverse"}, 2},
-        {{"reverse", "a.mp4"}, 2},
-        {{"reverse", "a.mp4", "-o", "b.avi"}, 2},
-        {{"reverse", "a.mp4", "-o", "b.mov", "--file-type", "avi"}, 2},
-        {{"reverse", "a.mp4", "-o", "b.mov", "--file-type", "0"}, 2},
-        {{"reverse", "a.mp4", "-o", "b.mov", "--no-such-option"}, 2},
-        {{"play", "a.mp4"}, 2},
-        {{"--help"}, 0},
-        {{"reverse", "--help"}, 0},
-        {{"--version"}, 0},
-    };
-    for (const auto& row : rows) {
-        const CommandResult result = run(row.arguments);
-        EXPECT_EQ(result.exitCode, row.exitCode) << result.err;
-        EXPECT_EQ(result.out.empty(), row.exitCode != 0);
-        EXPECT_EQ(result.err.empty(), row.exitCode == 0);
-    }
 }
 
 } // namespace anadrome

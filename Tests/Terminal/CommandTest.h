@@ -1,0 +1,76 @@
+#pragma once
+
+#include "Tests/Support/ClipMaker.h"
+#include "Tests/Support/MovieReader.h"
+#include "Tests/Support/ScratchFolder.h"
+#include "Tests/Terminal/CommandRunner.h"
+
+#include <array>
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+namespace anadrome {
+
+/// Runs of anadrome-cli with a cache folder, a configuration and an output folder of their own.
+class CommandTest : public ::testing::Test {
+protected:
+    CommandTest() {
+        std::filesystem::create_directory(out());
+        m_surroundings.cache = m_folder.path() / "cache";
+        m_surroundings.configuration = m_folder.path() / "config";
+    }
+
+    std::filesystem::path out() const { return m_folder.path() / "out"; }
+    std::string clip(const std::string& name,
+                     const testing_support::ClipOptions& options = {.width = 160, .height = 96}) const {
+        testing_support::makeClip(m_folder.file(name), options);
+        return m_folder.file(name);
+    }
+    testing_support::CommandResult run(const std::vector<std::string>& arguments) const {
+        return testing_support::runCli(arguments, m_surroundings);
+    }
+
+    /// Neither the output folder nor the cache holds anything that shouldn't be there.
+    void expectNoLeftovers(std::size_t movies = 0) const {
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(out()), {}),
+                  static_cast<std::ptrdiff_t>(movies));
+        const std::filesystem::path base = m_surroundings.cache / "anadrome";
+        if (!std::filesystem::exists(base))
+            return;
+        for (const auto& entry : std::filesystem::directory_iterator(base))
+            EXPECT_EQ(entry.path().filename(), "sweep.lock");
+    }
+
+    static std::vector<int> numbers(const std::string& movie) {
+        std::vector<int> numbers;
+        for (const auto& number : testing_support::readMovie(movie).video.at(0).numbers())
+            numbers.push_back(number.value_or(-1));
+        return numbers;
+    }
+
+    /// What a shell command prints to either stream.
+    static std::string outputOf(const std::string& command) {
+        const std::unique_ptr<FILE, int (*)(FILE*)> pipe(::popen((command + " 2>&1").c_str(), "r"), ::pclose);
+        std::string output;
+        std::array<char, 4096> buffer;
+        while (const std::size_t got = std::fread(buffer.data(), 1, buffer.size(), pipe.get()))
+            output.append(buffer.data(), got);
+        return output;
+    }
+
+    static std::vector<nlohmann::json> jsonLines(const std::string& text) {
+        std::vector<nlohmann::json> lines;
+        std::istringstream stream(text);
+        for (std::string line; std::getline(stream, line);)
+            lines.push_back(nlohmann::json::parse(line));
+        return lines;
+    }
+
+    testing_support::ScratchFolder m_folder;
+    testing_support::CommandSurroundings m_surroundings;
+};
+
+} // namespace anadrome
