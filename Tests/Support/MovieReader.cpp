@@ -37,9 +37,7 @@ std::optional<DisplayMatrix> matrixOf(const AVStream& stream) {
 VideoFacts headerOfVideo(AVFormatContext& file, AVStream& stream) {
     const AVCodecParameters& coding = *stream.codecpar;
     VideoFacts facts;
-    facts.codec = avcodec_get_name(coding.codec_id);
     facts.codecTag = tagText(coding.codec_tag);
-    facts.profile = coding.profile;
     facts.width = coding.width;
     facts.height = coding.height;
     facts.pixelFormat = named(av_get_pix_fmt_name(static_cast<AVPixelFormat>(coding.format)));
@@ -48,37 +46,28 @@ VideoFacts headerOfVideo(AVFormatContext& file, AVStream& stream) {
     facts.matrix = named(av_color_space_name(coding.color_space));
     facts.range = named(av_color_range_name(coding.color_range));
     facts.pixelAspect = av_guess_sample_aspect_ratio(&file, &stream, nullptr);
-    facts.frameRate = stream.avg_frame_rate;
     facts.displayMatrix = matrixOf(stream);
     facts.isInterlaced = coding.field_order > AV_FIELD_PROGRESSIVE;
     facts.timeBase = stream.time_base;
     facts.startSeconds = secondsOf(stream.start_time, stream.time_base);
     facts.durationSeconds = secondsOf(stream.duration, stream.time_base);
     facts.frameCount = stream.nb_frames;
-    facts.bitRate = coding.bit_rate;
     return facts;
 }
 
 SoundFacts headerOfSound(const AVStream& stream) {
     const AVCodecParameters& coding = *stream.codecpar;
     SoundFacts facts;
-    facts.codec = avcodec_get_name(coding.codec_id);
     facts.codecTag = tagText(coding.codec_tag);
     facts.sampleRate = coding.sample_rate;
     facts.channelCount = coding.ch_layout.nb_channels;
-    facts.canDecode = TrackDecoder::canDecode(stream);
     facts.startSeconds = secondsOf(stream.start_time, stream.time_base);
     facts.durationSeconds = secondsOf(stream.duration, stream.time_base);
-    facts.bitRate = coding.bit_rate;
     return facts;
 }
 
 MovieFacts headerOf(const AVFormatContext& file) {
     MovieFacts facts;
-    facts.container = file.iformat->name;
-    facts.startSeconds = secondsOf(file.start_time, AV_TIME_BASE_Q);
-    facts.durationSeconds = secondsOf(file.duration, AV_TIME_BASE_Q);
-    facts.bitRate = file.bit_rate;
     facts.metadata = entriesOf(file.metadata);
     return facts;
 }
@@ -125,8 +114,7 @@ protected:
         facts_.isInterlaced |= frame.interlaced_frame != 0;
         const FrameLuma luma(frame);
         const std::int64_t pts = frame.best_effort_timestamp;
-        facts_.frames.push_back(
-            {pts, secondsAt(pts), readFrameNumber(luma.view()), luma.mean(), frame.key_frame != 0});
+        facts_.frames.push_back({pts, secondsAt(pts), readFrameNumber(luma.view()), luma.mean()});
     }
 
 private:

@@ -1,22 +1,17 @@
-#include "Platform/AVFoundation/AVAsset.h"
 #include "Platform/AVFoundation/AVAssetWriter.h"
 #include "Platform/AVFoundation/AVAssetWriterInputPixelBufferAdaptor.h"
 #include "Platform/AVFoundation/AVError.h"
 #include "Platform/AVFoundation/AVVideoSettings.h"
-#include "Tests/Support/ClipMaker.h"
+#include "Tests/Platform/AVFoundation/MediaTest.h"
+#include "Tests/Support/FileSizeLimit.h"
 #include "Tests/Support/MovieBoxes.h"
 #include "Tests/Support/MovieReader.h"
-#include "Tests/Support/ScratchFolder.h"
 
 #include <algorithm>
-#include <csignal>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <future>
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <sys/resource.h>
 
 namespace anadrome {
 
@@ -58,10 +53,8 @@ Json askExiftool(const std::string& path) {
     return ask("exiftool -j -G1 -n", path).at(0);
 }
 
-class MetadataTest : public ::testing::Test {
+class MetadataTest : public MediaTest {
 protected:
-    std::string path(const std::string& name) const { return m_folder.file(name); }
-
     Items metadataOf(const std::string& name) const {
         return AVAsset::assetWithURL(URL::fileURLWithPath(path(name)))->metadata();
     }
@@ -83,7 +76,7 @@ protected:
         writer->startWriting();
         writer->startSessionAtSourceTime(kCMTimeZero);
         for (int i = 0; i < 3; ++i)
-            adaptor.appendPixelBuffer(greyPicture(), CMTimeMake(i, 30));
+            adaptor.appendPixelBuffer(plainPicture(64, 64, 128), CMTimeMake(i, 30));
         std::promise<void> done;
         writer->finishWritingWithCompletionHandler([&] { done.set_value(); });
         done.get_future().wait();
@@ -94,21 +87,6 @@ protected:
         const auto writer = write(name, metadata, indexFirst);
         ASSERT_EQ(writer->status(), AVAssetWriterStatus::completed) << describe(writer->error());
         EXPECT_EQ(readMovie(path(name)).video.at(0).frames.size(), 3U);
-    }
-
-    ScratchFolder m_folder;
-
-private:
-    static CVPixelBufferRef greyPicture() {
-        CVPixelBufferRef pixels;
-        CVPixelBufferCreate(64, 64, kCVPixelFormatType_420YpCbCr8BiPlanarVideoRange, {}, &pixels);
-        CVPixelBufferLockBaseAddress(pixels, 0);
-        for (std::size_t plane = 0; plane < 2; ++plane)
-            std::memset(CVPixelBufferGetBaseAddressOfPlane(pixels, plane), 128,
-                        CVPixelBufferGetBytesPerRowOfPlane(pixels, plane) *
-                            CVPixelBufferGetHeightOfPlane(pixels, plane));
-        CVPixelBufferUnlockBaseAddress(pixels, 0);
-        return pixels;
     }
 };
 
@@ -312,14 +290,8 @@ TEST_F(MetadataTest, TheIndexStandsFirstWhenAskedFor) {
 
 TEST_F(MetadataTest, ADiskThatFillsUpWhileTheIndexMovesFailsTheWriter) {
     expectMovie("whole.mp4", {});
-    const auto before = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit old{};
-    ::getrlimit(RLIMIT_FSIZE, &old);
-    const rlimit tight{std::filesystem::file_size(path("whole.mp4")) - 100, old.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &tight);
+    const FileSizeLimit full(std::filesystem::file_size(path("whole.mp4")) - 100);
     const auto writer = write("cut.mp4", {}, true);
-    ::setrlimit(RLIMIT_FSIZE, &old);
-    std::signal(SIGXFSZ, before);
     EXPECT_EQ(writer->status(), AVAssetWriterStatus::failed);
     EXPECT_EQ(writer->error().value().code(), AVErrorDiskFull);
 }

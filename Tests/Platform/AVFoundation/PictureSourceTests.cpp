@@ -2,12 +2,10 @@
 #include "Platform/AVFoundation/Playback/PictureDecoder.h"
 #include "Platform/AVFoundation/Playback/PictureSource.h"
 #include "Tests/Platform/AVFoundation/PixelNumbers.h"
-#include "Tests/Support/ClipMaker.h"
-#include "Tests/Support/ScratchFolder.h"
+#include "Tests/Support/ClipTest.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <gtest/gtest.h>
 #include <numeric>
 
 namespace anadrome::playback {
@@ -66,14 +64,7 @@ std::vector<int> downFrom(int first) {
     return numbers;
 }
 
-class PictureSourceTest : public ::testing::Test {
-protected:
-    std::string clip(const std::string& name, const ClipOptions& options) {
-        makeClip(m_folder.file(name), options);
-        return m_folder.file(name);
-    }
-    ScratchFolder m_folder;
-};
+using PictureSourceTest = ClipTest;
 
 } // namespace
 

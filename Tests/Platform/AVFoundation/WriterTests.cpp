@@ -3,16 +3,14 @@
 #include "Platform/AVFoundation/AVAudioSettings.h"
 #include "Platform/AVFoundation/AVError.h"
 #include "Platform/AVFoundation/AVVideoSettings.h"
+#include "Tests/Platform/AVFoundation/MediaTest.h"
 #include "Tests/Support/MovieReader.h"
-#include "Tests/Support/ScratchFolder.h"
 #include "Tests/Support/ToneTrack.h"
 
 #include <cmath>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <future>
-#include <gtest/gtest.h>
 #include <thread>
 
 namespace anadrome {
@@ -32,24 +30,6 @@ const Dictionary aacSettings{{AVFormatIDKey, kAudioFormatMPEG4AAC},
                              {AVSampleRateKey, 44100},
                              {AVNumberOfChannelsKey, 2},
                              {AVEncoderBitRateKey, 128000}};
-
-/// A plain picture: luma as given, chroma as given.
-CVPixelBufferRef plainPicture(std::size_t width, std::size_t height, int luma, int cb = 128, int cr = 128) {
-    CVPixelBufferRef pixels;
-    CVPixelBufferCreate(width, height, kCVPixelFormatType_420YpCbCr8BiPlanarVideoRange, {}, &pixels);
-    CVPixelBufferLockBaseAddress(pixels, 0);
-    auto* y = static_cast<std::uint8_t*>(CVPixelBufferGetBaseAddressOfPlane(pixels, 0));
-    auto* c = static_cast<std::uint8_t*>(CVPixelBufferGetBaseAddressOfPlane(pixels, 1));
-    std::memset(y, luma, CVPixelBufferGetBytesPerRowOfPlane(pixels, 0) * height);
-    const std::size_t chromaBytes =
-        CVPixelBufferGetBytesPerRowOfPlane(pixels, 1) * CVPixelBufferGetHeightOfPlane(pixels, 1);
-    for (std::size_t i = 0; i + 1 < chromaBytes; i += 2) {
-        c[i] = static_cast<std::uint8_t>(cb);
-        c[i + 1] = static_cast<std::uint8_t>(cr);
-    }
-    CVPixelBufferUnlockBaseAddress(pixels, 0);
-    return pixels;
-}
 
 /// A run of 16-bit sound of the project's test tones, without times.
 std::vector<CMSampleBufferRef> tones(int rate, int channels, double seconds) {
@@ -74,11 +54,10 @@ std::vector<CMSampleBufferRef> tones(int rate, int channels, double seconds) {
     return buffers;
 }
 
-class WriterTest : public ::testing::Test {
+class WriterTest : public MediaTest {
 protected:
-    std::string path(const char* name = "out.mov") const { return m_folder.file(name); }
-
-    void begin(const CMTime& start, Dictionary video, bool withSound = false, const char* name = "out.mov") {
+    void begin(const CMTime& start, Dictionary video, bool withSound = false,
+               const std::string& name = "out.mov") {
         m_writer =
             *AVAssetWriter::assetWriterWithURL(URL::fileURLWithPath(path(name)), AVFileTypeQuickTimeMovie);
         m_video = std::make_shared<AVAssetWriterInput>(AVMediaTypeVideo, std::move(video));
@@ -99,7 +78,6 @@ protected:
         return m_writer->status();
     }
 
-    ScratchFolder m_folder;
     std::shared_ptr<AVAssetWriter> m_writer;
     std::shared_ptr<AVAssetWriterInput> m_video;
     std::shared_ptr<AVAssetWriterInput> m_sound;
@@ -116,7 +94,7 @@ TEST_F(WriterTest, KeepsUnevenTimesAndALateStartToTheTick) {
         EXPECT_TRUE(m_adaptor->appendPixelBuffer(plainPicture(96, 64, 100), CMTimeMake(tick, 1000)));
     ASSERT_EQ(finish(), AVAssetWriterStatus::completed);
 
-    const VideoFacts video = readMovie(path()).video.at(0);
+    const VideoFacts video = readMovie(path("out.mov")).video.at(0);
     ASSERT_EQ(video.frames.size(), std::size(ticks));
     for (std::size_t i = 0; i < std::size(ticks); ++i)
         EXPECT_NEAR(video.frames[i].seconds, static_cast<double>(ticks[i]) / 1000, 1e-6);
@@ -133,12 +111,12 @@ TEST_F(WriterTest, TakesEverySizeAndScalesBuffersOfAnother) {
         SCOPED_TRACE(std::to_string(row.width) + "x" + std::to_string(row.height));
         const std::string name = std::to_string(row.width) + "x" + std::to_string(row.height) + ".mov";
         begin(kCMTimeZero, videoSettings(static_cast<double>(row.width), static_cast<double>(row.height)),
-              false, name.c_str());
+              false, name);
         for (int i = 0; i < 3; ++i)
             m_adaptor->appendPixelBuffer(plainPicture(row.bufferWidth, row.bufferHeight, 180),
                                          CMTimeMake(i, 30));
         ASSERT_EQ(finish(), AVAssetWriterStatus::completed) << describe(m_writer->error());
-        const VideoFacts video = readMovie(path(name.c_str())).video.at(0);
+        const VideoFacts video = readMovie(path(name)).video.at(0);
         EXPECT_EQ(video.width, static_cast<int>(row.width + row.width % 2));
         EXPECT_EQ(video.height, static_cast<int>(row.height + row.height % 2));
         ASSERT_EQ(video.frames.size(), 3U);
@@ -147,7 +125,8 @@ TEST_F(WriterTest, TakesEverySizeAndScalesBuffersOfAnother) {
 }
 
 TEST_F(WriterTest, RefusesSettingsThatNoEncoderMeets) {
-    const auto writer = *AVAssetWriter::assetWriterWithURL(URL::fileURLWithPath(path()), AVFileTypeMPEG4);
+    const auto writer =
+        *AVAssetWriter::assetWriterWithURL(URL::fileURLWithPath(path("out.mov")), AVFileTypeMPEG4);
     EXPECT_TRUE(writer->canAddInput(AVAssetWriterInput(AVMediaTypeVideo, videoSettings(16, 16))));
     EXPECT_FALSE(writer->canAddInput(AVAssetWriterInput(AVMediaTypeVideo, videoSettings(64, 8))));
     EXPECT_FALSE(writer->canAddInput(AVAssetWriterInput(AVMediaTypeVideo, {{AVVideoCodecKey, "avc1"}})));
@@ -174,7 +153,7 @@ TEST_F(WriterTest, ConvertsPicturesToTheColourThatTheMovieIsTaggedWith) {
         m_adaptor->appendPixelBuffer(red, CMTimeMake(i, 30));
     }
     ASSERT_EQ(finish(), AVAssetWriterStatus::completed);
-    const VideoFacts video = readMovie(path()).video.at(0);
+    const VideoFacts video = readMovie(path("out.mov")).video.at(0);
     EXPECT_EQ(video.matrix, "bt709");
     EXPECT_EQ(video.primaries, "bt709");
     EXPECT_EQ(video.transfer, "bt709");
@@ -188,14 +167,14 @@ TEST_F(WriterTest, SoundWithoutTimesIsLaidEndToEndAndStartsOnTime) {
     for (const auto& row : rows) {
         SCOPED_TRACE(std::to_string(row.rate) + " Hz, " + std::to_string(row.channels));
         const std::string name = std::to_string(row.rate) + "-" + std::to_string(row.channels) + ".mov";
-        begin(kCMTimeZero, videoSettings(64, 64), true, name.c_str());
+        begin(kCMTimeZero, videoSettings(64, 64), true, name);
         for (int i = 0; i < 75; ++i)
             m_adaptor->appendPixelBuffer(plainPicture(64, 64, 100), CMTimeMake(i, 25));
         for (const CMSampleBufferRef& buffer : tones(row.rate, row.channels, 3))
             m_sound->appendSampleBuffer(buffer);
         ASSERT_EQ(finish(), AVAssetWriterStatus::completed) << describe(m_writer->error());
 
-        const MovieFacts movie = readMovie(path(name.c_str()));
+        const MovieFacts movie = readMovie(path(name));
         const SoundFacts& sound = movie.sound.at(0);
         EXPECT_EQ(sound.sampleRate, 44100);
         EXPECT_EQ(sound.channelCount, 2);
@@ -204,7 +183,7 @@ TEST_F(WriterTest, SoundWithoutTimesIsLaidEndToEndAndStartsOnTime) {
         if (row.channels > 2)
             continue;
         for (int second = 0; second < 3; ++second)
-            EXPECT_NEAR(dominantFrequency(sound.sound, 0, second + 0.2, 0.6).value_or(0),
+            EXPECT_NEAR(toneIn(sound.sound, 0, second + 0.2, 0.6).value_or(0),
                         toneFrequency(second, 0, row.channels), 4);
         // Half of full scale, whatever the number of channels.
         EXPECT_NEAR(level(sound.sound, 0, 0.5, 2).value_or(-200), -9.0, 0.6);
@@ -229,7 +208,7 @@ TEST_F(WriterTest, ATrackWithoutSamplesIsNoFailureButAMovieWithoutAnyIs) {
 }
 
 TEST_F(WriterTest, AnExistingFileStaysAsItIs) {
-    std::ofstream(path()) << "precious";
+    std::ofstream(path("out.mov")) << "precious";
     begin(kCMTimeZero, videoSettings(64, 64));
     EXPECT_FALSE(m_started);
     EXPECT_EQ(m_writer->status(), AVAssetWriterStatus::failed);
@@ -237,14 +216,14 @@ TEST_F(WriterTest, AnExistingFileStaysAsItIs) {
     EXPECT_FALSE(m_adaptor->appendPixelBuffer(plainPicture(64, 64, 0), kCMTimeZero));
     EXPECT_EQ(finish(), AVAssetWriterStatus::failed);
     std::string content;
-    std::ifstream(path()) >> content;
+    std::ifstream(path("out.mov")) >> content;
     EXPECT_EQ(content, "precious");
 }
 
 TEST_F(WriterTest, TimesThatDoNotRiseFailTheWriter) {
     for (const CMTime& second : {CMTimeMake(1, 30), kCMTimeInvalid, kCMTimeZero}) {
         const std::string name = std::to_string(second.value) + "-" + std::to_string(second.flags) + ".mov";
-        begin(kCMTimeZero, videoSettings(64, 64), false, name.c_str());
+        begin(kCMTimeZero, videoSettings(64, 64), false, name);
         EXPECT_TRUE(m_adaptor->appendPixelBuffer(plainPicture(64, 64, 0), CMTimeMake(1, 30)));
         EXPECT_FALSE(m_adaptor->appendPixelBuffer(plainPicture(64, 64, 0), second));
         EXPECT_EQ(finish(), AVAssetWriterStatus::failed);
@@ -298,7 +277,7 @@ TEST_F(WriterTest, TheRequestBlockRunsUntilTheInputIsFinishedAndNeverAfter) {
     queue.async([&] { drained.set_value(); });
     drained.get_future().wait();
     EXPECT_EQ(runsAfterEnd, 0);
-    EXPECT_EQ(readMovie(path()).video.at(0).frames.size(), 40U);
+    EXPECT_EQ(readMovie(path("out.mov")).video.at(0).frames.size(), 40U);
 }
 
 TEST_F(WriterTest, CancellingRemovesTheFile) {
@@ -306,7 +285,7 @@ TEST_F(WriterTest, CancellingRemovesTheFile) {
     m_adaptor->appendPixelBuffer(plainPicture(64, 64, 0), kCMTimeZero);
     m_writer->cancelWriting();
     EXPECT_EQ(m_writer->status(), AVAssetWriterStatus::cancelled);
-    EXPECT_FALSE(std::filesystem::exists(path()));
+    EXPECT_FALSE(std::filesystem::exists(path("out.mov")));
 }
 
 } // namespace anadrome
