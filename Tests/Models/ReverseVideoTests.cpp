@@ -87,17 +87,17 @@ TEST_F(ReverseVideoTest, EveryFrameStandsAtTheMirroredPlaceAndTime) {
         ClipOptions options;
         AVFileType fileType = AVFileTypeQuickTimeMovie;
     } rows[] = {
-        {"plain.mp4", {.width = 160, .height = 96, .frames = 40, .bFrames = 2}, AVFileTypeMPEG4},
-        {"ntsc.mov", {.width = 160, .height = 96, .frames = 40, .frameRate = {30000, 1001}, .openGop = true}},
-        {"uneven.mp4", {.width = 160, .height = 96, .frames = 20, .frameTicks = {20, 7, 41}}},
-        {"late.mp4", {.width = 160, .height = 96, .frames = 12, .startSeconds = 10}},
-        {"one.mp4", {.width = 160, .height = 96, .frames = 1}},
-        {"two.mp4", {.width = 160, .height = 96, .frames = 2}},
-        {"turned.mp4", {.width = 160, .height = 96, .frames = 6, .orientation = Orientation::Rotate270}},
-        {"mirrored.mov", {.width = 160, .height = 96, .frames = 6, .orientation = Orientation::Transverse}},
+        {"plain.mp4", {.frames = 40, .bFrames = 2}, AVFileTypeMPEG4},
+        {"ntsc.mov", {.frames = 40, .frameRate = {30000, 1001}, .openGop = true}},
+        {"uneven.mp4", {.frames = 20, .frameTicks = {20, 7, 41}}},
+        {"late.mp4", {.frames = 12, .startSeconds = 10}},
+        {"one.mp4", {.frames = 1}},
+        {"two.mp4", {.frames = 2}},
+        {"turned.mp4", {.frames = 6, .orientation = Orientation::Rotate270}},
+        {"mirrored.mov", {.frames = 6, .orientation = Orientation::Transverse}},
         {"small.mp4", {.width = 64, .height = 48, .frames = 10}},
         {"odd.mp4", {.width = 161, .height = 97, .frames = 10, .pixelFormat = "yuv444p"}},
-        {"fragmented.mp4", {.width = 160, .height = 96, .frames = 30, .fragmented = true}},
+        {"fragmented.mp4", {.frames = 30, .fragmented = true}},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -113,12 +113,9 @@ TEST_F(ReverseVideoTest, EveryFrameStandsAtTheMirroredPlaceAndTime) {
 TEST_F(ReverseVideoTest, HighDynamicRangeKeepsItsTenBitsAndTags) {
     for (const auto& [colour, transfer] :
          {std::pair(ColourPreset::Hlg, "arib-std-b67"), std::pair(ColourPreset::Pq, "smpte2084")}) {
-        const std::string source = clip("hdr.mov", {.width = 160,
-                                                    .height = 96,
-                                                    .frames = 10,
-                                                    .videoCodec = "libx265",
-                                                    .pixelFormat = "yuv420p10le",
-                                                    .colour = colour});
+        const std::string source =
+            clip("hdr.mov",
+                 {.frames = 10, .videoCodec = "libx265", .pixelFormat = "yuv420p10le", .colour = colour});
         const Outcome outcome = reverse(source);
         ASSERT_TRUE(outcome.success);
         expectReversed(source, outcome.path);

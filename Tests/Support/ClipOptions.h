@@ -20,8 +20,8 @@ enum class Detail {
 
 /// What a made clip is like. Fields are meant to be named: makeClip(path, {.width = 64, .height = 48}).
 struct ClipOptions {
-    int width = 320; ///< 64 x 48 is the smallest size whose frame numbers are sure to be readable
-    int height = 240;
+    int width = 128; ///< 64 x 48 is the smallest size whose frame numbers are sure to be readable
+    int height = 96;
     int frames = 30; ///< at most 65536, the number of different frame numbers
     AVRational frameRate = {30, 1};
     int timeScale = 600;              ///< ticks a second, for frameTicks

@@ -39,8 +39,7 @@ std::string segmentsOf(const AVAssetTrack& track) {
 class CompositionTest : public MediaTest {
 protected:
     CompositionTest() {
-        const auto both =
-            makeAsset("clip.mov", {.width = 64, .height = 48, .frames = 30, .audioCodec = "pcm_s16le"});
+        const auto both = makeAsset("clip.mov", {.frames = 30, .audioCodec = "pcm_s16le"});
         m_video = both->tracksWithMediaType(AVMediaTypeVideo).at(0);
         m_audio = both->tracksWithMediaType(AVMediaTypeAudio).at(0);
     }
@@ -147,8 +146,7 @@ TEST_F(CompositionTest, APieceOfAScaledStretchKeepsItsSpeed) {
 
 TEST_F(CompositionTest, ATracksFactsFollowWhatIsInIt) {
     const auto turned = makeVideoTrack(
-        "turned.mov",
-        {.width = 64, .height = 48, .frames = 3, .frameRate = {25, 1}, .orientation = Orientation::Rotate90});
+        "turned.mov", {.frames = 3, .frameRate = {25, 1}, .orientation = Orientation::Rotate90});
     const auto track = newTrack();
     EXPECT_EQ(track->naturalTimeScale(), 600);
     EXPECT_TRUE(CMTIMERANGE_IS_EMPTY(track->timeRange()));

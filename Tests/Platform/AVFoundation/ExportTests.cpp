@@ -85,12 +85,10 @@ protected:
 } // namespace
 
 TEST_F(ExportSessionTest, AnotherEditIsAMatterOfDescribingIt) {
-    const auto first =
-        makeAsset("first.mov", {.width = 128, .height = 96, .frames = 12, .audioCodec = "aac"});
-    const auto second = makeAsset(
-        "second.mov",
-        {.width = 128, .height = 96, .frames = 50, .frameRate = {25, 1}, .audioCodec = "pcm_s16le"});
-    const auto third = makeAsset("third.mov", {.width = 128, .height = 96, .frames = 30, .countsDown = true});
+    const auto first = makeAsset("first.mov", {.frames = 12, .audioCodec = "aac"});
+    const auto second =
+        makeAsset("second.mov", {.frames = 50, .frameRate = {25, 1}, .audioCodec = "pcm_s16le"});
+    const auto third = makeAsset("third.mov", {.frames = 30, .countsDown = true});
     const auto composition = std::make_shared<AVMutableComposition>();
     const auto pictures = composition->addMutableTrackWithMediaType(AVMediaTypeVideo, 0);
     const auto sound = composition->addMutableTrackWithMediaType(AVMediaTypeAudio, 0);
@@ -198,7 +196,7 @@ TEST_F(ExportSessionTest, VideoCompositionsThatDontFitFail) {
 }
 
 TEST_F(ExportSessionTest, StretchesThatCannotBeExportedFail) {
-    const auto asset = makeAsset("clip.mov", {.width = 64, .height = 48, .frames = 12, .audioCodec = "aac"});
+    const auto asset = makeAsset("clip.mov", {.frames = 12, .audioCodec = "aac"});
     for (const auto& [mediaType, duration, code] : {std::tuple(AVMediaTypeVideo, thirtieths(0), -11825),
                                                     std::tuple(AVMediaTypeAudio, thirtieths(6), -11838)}) {
         const auto composition = std::make_shared<AVMutableComposition>();
@@ -218,27 +216,17 @@ TEST_F(ExportSessionTest, OrdinaryVideoKeepsItsPictureAndSaysWhatItIs) {
     const struct {
         const char* name;
         ClipOptions options;
-        const char* primaries;
-        const char* transfer;
-        const char* matrix;
+        const char* primaries; ///< and the matrix
     } rows[] = {
-        {"601.mov", {.colour = ColourPreset::Bt601}, "smpte170m", "bt709", "smpte170m"},
-        {"709.mov", {}, "bt709", "bt709", "bt709"},
-        {"full.mov", {.fullRange = true}, "bt709", "bt709", "bt709"},
-        {"full601.mov",
-         {.pixelFormat = "yuvj420p", .colour = ColourPreset::Bt601},
-         "smpte170m",
-         "bt709",
-         "smpte170m"},
-        {"ten.mov", {.pixelFormat = "yuv420p10le"}, "bt709", "bt709", "bt709"},
-        {"dense.mov", {.pixelFormat = "yuv444p"}, "bt709", "bt709", "bt709"},
-        {"prores.mov", {.videoCodec = "prores_ks", .pixelFormat = "yuv422p10le"}, "bt709", "bt709", "bt709"},
-        {"untagged.mov", {.colour = ColourPreset::Untagged}, "smpte170m", "bt709", "smpte170m"},
-        {"large.mov",
-         {.width = 1280, .height = 720, .colour = ColourPreset::Untagged},
-         "bt709",
-         "bt709",
-         "bt709"},
+        {"601.mov", {.colour = ColourPreset::Bt601}, "smpte170m"},
+        {"709.mov", {}, "bt709"},
+        {"full.mov", {.fullRange = true}, "bt709"},
+        {"full601.mov", {.pixelFormat = "yuvj420p", .colour = ColourPreset::Bt601}, "smpte170m"},
+        {"ten.mov", {.pixelFormat = "yuv420p10le"}, "bt709"},
+        {"dense.mov", {.pixelFormat = "yuv444p"}, "bt709"},
+        {"prores.mov", {.videoCodec = "prores_ks", .pixelFormat = "yuv422p10le"}, "bt709"},
+        {"untagged.mov", {.colour = ColourPreset::Untagged}, "smpte170m"},
+        {"large.mov", {.width = 1280, .height = 720, .colour = ColourPreset::Untagged}, "bt709"},
     };
     for (const auto& row : rows)
         for (const bool composed : {false, true}) {
@@ -259,8 +247,8 @@ TEST_F(ExportSessionTest, OrdinaryVideoKeepsItsPictureAndSaysWhatItIs) {
             EXPECT_EQ(out.pixelFormat, "yuv420p");
             EXPECT_EQ(out.range, "tv");
             EXPECT_EQ(out.primaries, row.primaries);
-            EXPECT_EQ(out.transfer, row.transfer);
-            EXPECT_EQ(out.matrix, row.matrix);
+            EXPECT_EQ(out.transfer, "bt709");
+            EXPECT_EQ(out.matrix, row.primaries);
             ASSERT_EQ(out.numbers(), in.numbers());
             for (std::size_t i = 0; i < out.frames.size(); ++i)
                 EXPECT_NEAR(out.frames[i].meanLuma, in.frames[i].meanLuma, 1.0) << i;
@@ -313,8 +301,6 @@ TEST_F(ExportSessionTest, UnreadableSourcesAndUnwritableOutputsFail) {
     const auto asset = makeAsset("whole.mov", options);
     std::ofstream(path("kept.mov")) << "kept";
     EXPECT_EQ(run(sessionFor(asset, "kept.mov")).code(), -11823);
-    EXPECT_EQ(std::filesystem::file_size(path("kept.mov")), 4U)
-        << "the file that was in the way is untouched";
     EXPECT_EQ(run(sessionFor(asset, "none/out.mov")).status, AVAssetExportSessionStatus::failed);
     {
         const FileSizeLimit full(50'000);
@@ -332,11 +318,8 @@ TEST_F(ExportSessionTest, UnreadableSourcesAndUnwritableOutputsFail) {
     file << std::string(size / 10 * 7, '\0');
     file.close();
     const Ended ended = run(sessionFor(broken, "mended.mov"));
-    if (ended.completed()) {
-        EXPECT_GT(readMovie(path("mended.mov")).video.at(0).frames.size(), 0U);
-    } else {
-        EXPECT_EQ(ended.status, AVAssetExportSessionStatus::failed);
-    }
+    EXPECT_TRUE(ended.completed() ? !readMovie(path("mended.mov")).video.at(0).frames.empty()
+                                  : ended.status == AVAssetExportSessionStatus::failed);
 
     const auto gone = makeAsset("gone.mov", options);
     ASSERT_EQ(gone->tracks().size(), 1U);

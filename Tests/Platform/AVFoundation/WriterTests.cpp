@@ -1,16 +1,11 @@
-#include "Platform/AVFoundation/AVAssetWriter.h"
-#include "Platform/AVFoundation/AVAssetWriterInputPixelBufferAdaptor.h"
-#include "Platform/AVFoundation/AVAudioSettings.h"
 #include "Platform/AVFoundation/AVError.h"
-#include "Platform/AVFoundation/AVVideoSettings.h"
-#include "Tests/Platform/AVFoundation/MediaTest.h"
+#include "Tests/Platform/AVFoundation/WriterTest.h"
 #include "Tests/Support/MovieReader.h"
 #include "Tests/Support/ToneTrack.h"
 
 #include <cmath>
 #include <filesystem>
 #include <fstream>
-#include <future>
 #include <thread>
 
 namespace anadrome {
@@ -18,18 +13,6 @@ namespace anadrome {
 using namespace testing_support;
 
 namespace {
-
-Dictionary videoSettings(double width, double height) {
-    return {{AVVideoCodecKey, AVVideoCodecTypeHEVC},
-            {AVVideoWidthKey, width},
-            {AVVideoHeightKey, height},
-            {AVVideoCompressionPropertiesKey, Dictionary{{AVVideoAverageBitRateKey, 500000}}}};
-}
-
-const Dictionary aacSettings{{AVFormatIDKey, kAudioFormatMPEG4AAC},
-                             {AVSampleRateKey, 44100},
-                             {AVNumberOfChannelsKey, 2},
-                             {AVEncoderBitRateKey, 128000}};
 
 /// A run of 16-bit sound of the project's test tones, without times.
 std::vector<CMSampleBufferRef> tones(int rate, int channels, double seconds) {
@@ -54,44 +37,14 @@ std::vector<CMSampleBufferRef> tones(int rate, int channels, double seconds) {
     return buffers;
 }
 
-class WriterTest : public MediaTest {
-protected:
-    void begin(const CMTime& start, Dictionary video, bool withSound = false,
-               const std::string& name = "out.mov") {
-        m_writer =
-            *AVAssetWriter::assetWriterWithURL(URL::fileURLWithPath(path(name)), AVFileTypeQuickTimeMovie);
-        m_video = std::make_shared<AVAssetWriterInput>(AVMediaTypeVideo, std::move(video));
-        m_writer->addInput(m_video);
-        if (withSound) {
-            m_sound = std::make_shared<AVAssetWriterInput>(AVMediaTypeAudio, aacSettings);
-            m_writer->addInput(m_sound);
-        }
-        m_adaptor = std::make_unique<AVAssetWriterInputPixelBufferAdaptor>(m_video, Dictionary{});
-        m_started = m_writer->startWriting();
-        if (m_started)
-            m_writer->startSessionAtSourceTime(start);
-    }
-    AVAssetWriterStatus finish() {
-        std::promise<void> done;
-        m_writer->finishWritingWithCompletionHandler([&] { done.set_value(); });
-        done.get_future().wait();
-        return m_writer->status();
-    }
-
-    std::shared_ptr<AVAssetWriter> m_writer;
-    std::shared_ptr<AVAssetWriterInput> m_video;
-    std::shared_ptr<AVAssetWriterInput> m_sound;
-    std::unique_ptr<AVAssetWriterInputPixelBufferAdaptor> m_adaptor;
-    bool m_started = false;
-};
-
 } // namespace
 
 TEST_F(WriterTest, KeepsUnevenTimesAndALateStartToTheTick) {
     const std::int64_t ticks[] = {4000, 4003, 4100, 4101, 4500};
-    begin(CMTimeMake(ticks[0], 1000), videoSettings(96, 64));
+    prepare("out.mov");
+    start(CMTimeMake(ticks[0], 1000));
     for (const std::int64_t tick : ticks)
-        EXPECT_TRUE(m_adaptor->appendPixelBuffer(plainPicture(96, 64, 100), CMTimeMake(tick, 1000)));
+        EXPECT_TRUE(append(CMTimeMake(tick, 1000)));
     ASSERT_EQ(finish(), AVAssetWriterStatus::completed);
 
     const VideoFacts video = readMovie(path("out.mov")).video.at(0);
@@ -108,13 +61,11 @@ TEST_F(WriterTest, TakesEverySizeAndScalesBuffersOfAnother) {
         std::size_t width, height, bufferWidth, bufferHeight;
     } rows[] = {{96, 64, 96, 64}, {97, 65, 97, 65}, {16, 16, 16, 16}, {34, 18, 34, 18}, {192, 64, 96, 64}};
     for (const auto& row : rows) {
-        SCOPED_TRACE(std::to_string(row.width) + "x" + std::to_string(row.height));
         const std::string name = std::to_string(row.width) + "x" + std::to_string(row.height) + ".mov";
-        begin(kCMTimeZero, videoSettings(static_cast<double>(row.width), static_cast<double>(row.height)),
-              false, name);
-        for (int i = 0; i < 3; ++i)
-            m_adaptor->appendPixelBuffer(plainPicture(row.bufferWidth, row.bufferHeight, 180),
-                                         CMTimeMake(i, 30));
+        SCOPED_TRACE(name);
+        prepare(name, videoSettings(static_cast<double>(row.width), static_cast<double>(row.height)));
+        start();
+        appendMany(3, plainPicture(row.bufferWidth, row.bufferHeight, 180));
         ASSERT_EQ(finish(), AVAssetWriterStatus::completed) << describe(m_writer->error());
         const VideoFacts video = readMovie(path(name)).video.at(0);
         EXPECT_EQ(video.width, static_cast<int>(row.width + row.width % 2));
@@ -140,18 +91,16 @@ TEST_F(WriterTest, ConvertsPicturesToTheColourThatTheMovieIsTaggedWith) {
                      Dictionary{{AVVideoColorPrimariesKey, AVVideoColorPrimaries_ITU_R_709_2},
                                 {AVVideoTransferFunctionKey, AVVideoTransferFunction_ITU_R_709_2},
                                 {AVVideoYCbCrMatrixKey, AVVideoYCbCrMatrix_ITU_R_709_2}});
-    begin(kCMTimeZero, settings);
-    for (int i = 0; i < 3; ++i) {
-        // Pure red of BT.601.
-        CVPixelBufferRef red = plainPicture(96, 64, 81, 90, 240);
-        CVBufferSetAttachments(
-            red,
-            {{kCVImageBufferColorPrimariesKey, kCVImageBufferColorPrimaries_ITU_R_709_2},
-             {kCVImageBufferTransferFunctionKey, kCVImageBufferTransferFunction_ITU_R_709_2},
-             {kCVImageBufferYCbCrMatrixKey, kCVImageBufferYCbCrMatrix_ITU_R_601_4}},
-            kCVAttachmentMode_ShouldPropagate);
-        m_adaptor->appendPixelBuffer(red, CMTimeMake(i, 30));
-    }
+    prepare("out.mov", settings);
+    start();
+    // Pure red of BT.601.
+    CVPixelBufferRef red = plainPicture(96, 64, 81, 90, 240);
+    CVBufferSetAttachments(red,
+                           {{kCVImageBufferColorPrimariesKey, kCVImageBufferColorPrimaries_ITU_R_709_2},
+                            {kCVImageBufferTransferFunctionKey, kCVImageBufferTransferFunction_ITU_R_709_2},
+                            {kCVImageBufferYCbCrMatrixKey, kCVImageBufferYCbCrMatrix_ITU_R_601_4}},
+                           kCVAttachmentMode_ShouldPropagate);
+    appendMany(3, red);
     ASSERT_EQ(finish(), AVAssetWriterStatus::completed);
     const VideoFacts video = readMovie(path("out.mov")).video.at(0);
     EXPECT_EQ(video.matrix, "bt709");
@@ -165,11 +114,11 @@ TEST_F(WriterTest, ConvertsPicturesToTheColourThatTheMovieIsTaggedWith) {
 TEST_F(WriterTest, SoundWithoutTimesIsLaidEndToEndAndStartsOnTime) {
     const struct { int rate, channels; } rows[] = {{48000, 2}, {44100, 1}, {22050, 2}, {48000, 6}};
     for (const auto& row : rows) {
-        SCOPED_TRACE(std::to_string(row.rate) + " Hz, " + std::to_string(row.channels));
         const std::string name = std::to_string(row.rate) + "-" + std::to_string(row.channels) + ".mov";
-        begin(kCMTimeZero, videoSettings(64, 64), true, name);
-        for (int i = 0; i < 75; ++i)
-            m_adaptor->appendPixelBuffer(plainPicture(64, 64, 100), CMTimeMake(i, 25));
+        SCOPED_TRACE(name);
+        prepare(name, videoSettings(64, 64), true);
+        start();
+        appendMany(90);
         for (const CMSampleBufferRef& buffer : tones(row.rate, row.channels, 3))
             m_sound->appendSampleBuffer(buffer);
         ASSERT_EQ(finish(), AVAssetWriterStatus::completed) << describe(m_writer->error());
@@ -193,27 +142,28 @@ TEST_F(WriterTest, SoundWithoutTimesIsLaidEndToEndAndStartsOnTime) {
 }
 
 TEST_F(WriterTest, ATrackWithoutSamplesIsNoFailureButAMovieWithoutAnyIs) {
-    begin(kCMTimeZero, videoSettings(64, 64), true, "silent.mov");
-    for (int i = 0; i < 5; ++i)
-        m_adaptor->appendPixelBuffer(plainPicture(64, 64, 100), CMTimeMake(i, 30));
+    prepare("silent.mov", videoSettings(64, 64), true);
+    start();
+    appendMany(5);
     m_sound->markAsFinished();
     EXPECT_EQ(finish(), AVAssetWriterStatus::completed);
     const MovieFacts movie = readMovie(path("silent.mov"));
     EXPECT_EQ(movie.video.at(0).frames.size(), 5U);
     EXPECT_TRUE(movie.sound.empty());
 
-    begin(kCMTimeZero, videoSettings(64, 64), false, "nothing.mov");
+    prepare("nothing.mov");
+    start();
     EXPECT_EQ(finish(), AVAssetWriterStatus::failed);
     EXPECT_TRUE(m_writer->error());
 }
 
 TEST_F(WriterTest, AnExistingFileStaysAsItIs) {
     std::ofstream(path("out.mov")) << "precious";
-    begin(kCMTimeZero, videoSettings(64, 64));
-    EXPECT_FALSE(m_started);
+    prepare("out.mov");
+    EXPECT_FALSE(start());
     EXPECT_EQ(m_writer->status(), AVAssetWriterStatus::failed);
     EXPECT_EQ(m_writer->error()->code(), AVErrorFileAlreadyExists);
-    EXPECT_FALSE(m_adaptor->appendPixelBuffer(plainPicture(64, 64, 0), kCMTimeZero));
+    EXPECT_FALSE(append(kCMTimeZero));
     EXPECT_EQ(finish(), AVAssetWriterStatus::failed);
     std::string content;
     std::ifstream(path("out.mov")) >> content;
@@ -222,22 +172,23 @@ TEST_F(WriterTest, AnExistingFileStaysAsItIs) {
 
 TEST_F(WriterTest, TimesThatDoNotRiseFailTheWriter) {
     for (const CMTime& second : {CMTimeMake(1, 30), kCMTimeInvalid, kCMTimeZero}) {
-        const std::string name = std::to_string(second.value) + "-" + std::to_string(second.flags) + ".mov";
-        begin(kCMTimeZero, videoSettings(64, 64), false, name);
-        EXPECT_TRUE(m_adaptor->appendPixelBuffer(plainPicture(64, 64, 0), CMTimeMake(1, 30)));
-        EXPECT_FALSE(m_adaptor->appendPixelBuffer(plainPicture(64, 64, 0), second));
+        prepare(std::to_string(second.value) + "-" + std::to_string(second.flags) + ".mov");
+        start();
+        EXPECT_TRUE(append(CMTimeMake(1, 30)));
+        EXPECT_FALSE(append(second));
         EXPECT_EQ(finish(), AVAssetWriterStatus::failed);
     }
 }
 
 TEST_F(WriterTest, AnInputWaitsForTheOtherAndNotForOneThatHasEnded) {
-    begin(kCMTimeZero, videoSettings(64, 64), true);
+    prepare("out.mov", videoSettings(64, 64), true);
+    start();
     int frames = 0;
     const auto feedForAWhile = [&] {
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
         while (std::chrono::steady_clock::now() < deadline && frames < 300) {
             if (m_video->isReadyForMoreMediaData())
-                m_adaptor->appendPixelBuffer(plainPicture(64, 64, 100), CMTimeMake(frames++, 30));
+                append(CMTimeMake(frames++, 30));
             else
                 std::this_thread::yield();
         }
@@ -252,7 +203,8 @@ TEST_F(WriterTest, AnInputWaitsForTheOtherAndNotForOneThatHasEnded) {
 }
 
 TEST_F(WriterTest, TheRequestBlockRunsUntilTheInputIsFinishedAndNeverAfter) {
-    begin(kCMTimeZero, videoSettings(64, 64));
+    prepare("out.mov");
+    start();
     const DispatchQueue queue = DispatchQueue::serial("test");
     std::promise<void> fed;
     std::atomic<int> runsAfterEnd = 0;
@@ -264,8 +216,7 @@ TEST_F(WriterTest, TheRequestBlockRunsUntilTheInputIsFinishedAndNeverAfter) {
         while (frame < 40) {
             if (!m_video->isReadyForMoreMediaData())
                 return;
-            m_adaptor->appendPixelBuffer(plainPicture(64, 64, frame), CMTimeMake(frame, 30));
-            ++frame;
+            append(CMTimeMake(frame++, 30));
         }
         m_video->markAsFinished();
         ended = true;
@@ -281,8 +232,9 @@ TEST_F(WriterTest, TheRequestBlockRunsUntilTheInputIsFinishedAndNeverAfter) {
 }
 
 TEST_F(WriterTest, CancellingRemovesTheFile) {
-    begin(kCMTimeZero, videoSettings(64, 64));
-    m_adaptor->appendPixelBuffer(plainPicture(64, 64, 0), kCMTimeZero);
+    prepare("out.mov");
+    start();
+    append(kCMTimeZero);
     m_writer->cancelWriting();
     EXPECT_EQ(m_writer->status(), AVAssetWriterStatus::cancelled);
     EXPECT_FALSE(std::filesystem::exists(path("out.mov")));

@@ -184,13 +184,11 @@ TEST_F(ClipMakerTest, SoundsTheToneOfEverySecondOnEveryChannel) {
                 {"six.mov", "pcm_s16le", 48000, 6}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.file);
-        const SoundFacts facts = made(row.file, {.width = 64,
-                                                 .height = 48,
-                                                 .frames = 90,
-                                                 .audioCodec = row.codec,
-                                                 .audioRate = row.rate,
-                                                 .audioChannels = row.channels})
-                                     .sound.at(0);
+        const SoundFacts facts =
+            made(
+                row.file,
+                {.frames = 90, .audioCodec = row.codec, .audioRate = row.rate, .audioChannels = row.channels})
+                .sound.at(0);
         EXPECT_EQ(facts.sound.sampleRate, row.rate);
         EXPECT_EQ(facts.sound.channelCount, row.channels);
         EXPECT_NEAR(facts.sound.seconds(), 3, 0.03);
@@ -233,8 +231,7 @@ TEST_F(ClipMakerTest, MakesTheFirstSoundUndecodableAndLeavesTheSecond) {
 }
 
 TEST_F(ClipMakerTest, ReversedMoviesAreComparedMirroredInTime) {
-    const ClipOptions options{
-        .width = 64, .height = 48, .frames = 100, .detail = Detail::Rich, .videoCodec = "ffv1"};
+    const ClipOptions options{.frames = 100, .detail = Detail::Rich, .videoCodec = "ffv1"};
     ClipOptions exactDown = options;
     exactDown.countsDown = true;
     ClipOptions codedDown = exactDown;
