@@ -1,6 +1,5 @@
 #include "Tests/Models/ExportTest.h"
 #include "Tests/Support/ClipTiming.h"
-#include "Tests/Support/FileSizeLimit.h"
 #include "Tests/Support/ShownNumbers.h"
 #include "Tests/Support/ToneTrack.h"
 
@@ -36,14 +35,14 @@ TEST_F(ChangeSpeedTest, EveryFrameIsTheOneOnScreenAtItsSourceTime) {
         const char* name;
         ClipOptions options;
     } rows[] = {
-        {"24.mov", {.width = 128, .height = 96, .frames = 17, .frameRate = {24, 1}}},
-        {"25.mp4", {.width = 128, .height = 96, .frames = 20, .frameRate = {25, 1}, .bFrames = 2}},
-        {"2997.mov", {.width = 128, .height = 96, .frames = 60, .frameRate = {30000, 1001}}},
-        {"30.mp4", {.width = 128, .height = 96, .frames = 22}},
-        {"50.mov", {.width = 128, .height = 96, .frames = 29, .frameRate = {50, 1}}},
-        {"60.mp4", {.width = 128, .height = 96, .frames = 45, .frameRate = {60, 1}}},
-        {"uneven.mov", {.width = 128, .height = 96, .frames = 23, .frameTicks = {20, 7, 41}}},
-        {"600.mov", {.width = 128, .height = 96, .frames = 22, .frameTicks = {20}}},
+        {"24.mov", {.frames = 17, .frameRate = {24, 1}}},
+        {"25.mp4", {.frames = 20, .frameRate = {25, 1}, .bFrames = 2}},
+        {"2997.mov", {.frames = 60, .frameRate = {30000, 1001}}},
+        {"30.mp4", {.frames = 22}},
+        {"50.mov", {.frames = 29, .frameRate = {50, 1}}},
+        {"60.mp4", {.frames = 45, .frameRate = {60, 1}}},
+        {"uneven.mov", {.frames = 23, .frameTicks = {20, 7, 41}}},
+        {"600.mov", {.frames = 22, .frameTicks = {20}}},
     };
     for (const auto& row : rows) {
         const std::string source = clip(row.name, row.options);
@@ -64,8 +63,7 @@ TEST_F(ChangeSpeedTest, EveryFrameIsTheOneOnScreenAtItsSourceTime) {
 }
 
 TEST_F(ChangeSpeedTest, TwiceTheSpeedIsAnOctaveHigher) {
-    const std::string source =
-        clip("tones.mov", {.width = 64, .height = 48, .frames = 90, .audioCodec = "aac"});
+    const std::string source = clip("tones.mov", {.frames = 90, .audioCodec = "aac"});
     const struct {
         double speed;
         double seconds;
@@ -80,9 +78,8 @@ TEST_F(ChangeSpeedTest, TwiceTheSpeedIsAnOctaveHigher) {
         const double speed = 3.0 / row.seconds;
         for (int second = 0; second < 3; ++second)
             for (int channel = 0; channel < 2; ++channel)
-                EXPECT_NEAR(
-                    dominantFrequency(sound, channel, (second + 0.2) / speed, 0.6 / speed).value_or(0),
-                    toneFrequency(second, channel, 2) * speed, 4 * speed)
+                EXPECT_NEAR(toneIn(sound, channel, (second + 0.2) / speed, 0.6 / speed).value_or(0),
+                            toneFrequency(second, channel, 2) * speed, 4 * speed)
                     << "second " << second << ", channel " << channel;
         EXPECT_NEAR(movie.video.at(0).durationSeconds, row.seconds, 1e-9);
         EXPECT_NEAR(movie.sound[0].startSeconds + movie.sound[0].durationSeconds, row.seconds, 0.01);
@@ -90,14 +87,13 @@ TEST_F(ChangeSpeedTest, TwiceTheSpeedIsAnOctaveHigher) {
 }
 
 TEST_F(ChangeSpeedTest, OnlyTheFirstTracksAreUsed) {
-    const auto outcome = changeSpeed(
-        clip("two.mov", {.width = 64, .height = 48, .audioCodec = "aac", .secondAudioTrack = true}), 1);
+    const auto outcome = changeSpeed(clip("two.mov", {.audioCodec = "aac", .secondAudioTrack = true}), 1);
     ASSERT_TRUE(outcome->success);
     const MovieFacts movie = readMovie(outcome->path);
     ASSERT_EQ(movie.sound.size(), 1U);
-    EXPECT_NEAR(dominantFrequency(movie.sound[0].sound, 0, 0.2, 0.6).value_or(0), toneFrequency(0, 0, 2), 4);
+    EXPECT_NEAR(toneIn(movie.sound[0].sound, 0, 0.2, 0.6).value_or(0), toneFrequency(0, 0, 2), 4);
 
-    const auto silent = changeSpeed(clip("silent.mov", {.width = 64, .height = 48, .frames = 5}), 1);
+    const auto silent = changeSpeed(clip("silent.mov", {.frames = 5}), 1);
     ASSERT_TRUE(silent->success);
     EXPECT_TRUE(readMovieHeaders(silent->path).sound.empty());
 }
@@ -106,14 +102,11 @@ TEST_F(ChangeSpeedTest, AllOrientationsComeOutUpright) {
     for (int i = 0; i < kOrientationCount; ++i) {
         SCOPED_TRACE(i);
         const auto orientation = static_cast<Orientation>(i);
-        const std::string name = "turned-" + std::to_string(i) + ".mov";
-        const auto outcome =
-            changeSpeed(clip(name, {.width = 160, .height = 96, .frames = 3, .orientation = orientation}), 1);
+        const auto outcome = changeSpeed(
+            clip("turned.mov", {.width = 160, .height = 96, .frames = 3, .orientation = orientation}), 1);
         ASSERT_TRUE(outcome->success);
         const VideoFacts video = readMovie(outcome->path).video.at(0);
-        const RelativePoint corner = shownAt(orientation, {1, 0});
-        const RelativePoint other = shownAt(orientation, {0, 0});
-        const bool isTransposed = corner.x == other.x;
+        const bool isTransposed = shownAt(orientation, {0, 0}).x == shownAt(orientation, {1, 0}).x;
         EXPECT_EQ(video.width, isTransposed ? 96 : 160);
         EXPECT_EQ(video.height, isTransposed ? 160 : 96);
         EXPECT_FALSE(video.displayMatrix);
@@ -194,7 +187,7 @@ TEST_F(ChangeSpeedTest, ProgressRisesToOneAndThenTheCompletionComesOnce) {
 }
 
 TEST_F(ChangeSpeedTest, EachFailureHasItsMessage) {
-    const std::string good = clip("good.mp4", {.width = 64, .height = 48, .frames = 5});
+    const std::string good = clip("good.mp4", {.frames = 5});
     std::ofstream(m_folder.file("text.mp4")) << "no movie";
     const std::string kept = m_folder.file("kept.mov");
     std::ofstream(kept) << "kept";
@@ -226,31 +219,11 @@ TEST_F(ChangeSpeedTest, EachFailureHasItsMessage) {
             EXPECT_EQ(log->message, row.message);
         }
     }
-    std::string content;
-    std::ifstream(kept) >> content;
-    EXPECT_EQ(content, "kept") << "the file that was in the way is untouched";
-}
-
-TEST_F(ChangeSpeedTest, TruncatedSourcesAndFullDisksFail) {
-    const std::string whole =
-        clip("whole.mp4",
-             {.width = 320, .height = 240, .frames = 60, .detail = Detail::Rich, .audioCodec = "aac"});
-    {
-        const FileSizeLimit full(20'000);
-        const auto log = changeSpeed(whole, 1);
-        EXPECT_FALSE(log->success);
-        EXPECT_EQ(log->message, "changeSpeedError: There is not enough space on the disk.");
-        EXPECT_EQ(log->completions, 1);
-    }
-    std::filesystem::resize_file(whole, std::filesystem::file_size(whole) / 2);
-    const auto log = changeSpeed(whole, 1);
-    EXPECT_FALSE(log->success) << "its index is gone";
-    EXPECT_EQ(log->message, "Change speed: Failed to load video track");
 }
 
 TEST_F(ChangeSpeedTest, AQualityThatDoesNotExistIsFatal) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    const std::string source = clip("good.mp4", {.width = 64, .height = 48, .frames = 3});
+    const std::string source = clip("good.mp4", {.frames = 3});
     for (const int quality : {-1, 3}) {
         setQuality(quality);
         EXPECT_DEATH(changeSpeed(source, 1), "unexpected preset index");

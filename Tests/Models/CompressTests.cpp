@@ -4,7 +4,6 @@
 #include "Tests/Support/ToneTrack.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
 
 namespace anadrome {
@@ -22,11 +21,9 @@ std::vector<AVMetadataItem> metadataOf(const std::string& path) {
 } // namespace
 
 TEST_F(CompressTest, TheMetadataOfTheSourceIsOnTheResultInBothContainers) {
-    const std::string plain = clip("plain.mov", {.width = 64, .height = 48, .frames = 5});
+    const std::string plain = clip("plain.mov", {.frames = 5});
     const std::string source =
-        clip("source.mov", {.width = 64,
-                            .height = 48,
-                            .frames = 3,
+        clip("source.mov", {.frames = 3,
                             .keyedMetadata = true,
                             .metadata = {{"com.apple.quicktime.model", "Camera 5"},
                                          {"com.apple.quicktime.location.ISO6709", "+48.2082+016.3738/"}}});
@@ -74,10 +71,10 @@ TEST_F(CompressTest, FramesKeepTheirTimesToTheTickAndSoundItsPlace) {
         const char* name;
         ClipOptions options;
     } rows[] = {
-        {"uneven.mov", {.width = 128, .height = 96, .frames = 24, .frameTicks = {20, 7, 41}}},
-        {"ntsc.mp4", {.width = 128, .height = 96, .frames = 30, .frameRate = {30000, 1001}, .bFrames = 2}},
-        {"high.mov", {.width = 128, .height = 96, .frames = 30, .frameRate = {60, 1}, .audioCodec = "aac"}},
-        {"late.mov", {.width = 128, .height = 96, .frames = 9, .startSeconds = 2, .audioCodec = "pcm_s16le"}},
+        {"uneven.mov", {.frames = 24, .frameTicks = {20, 7, 41}}},
+        {"ntsc.mp4", {.frames = 30, .frameRate = {30000, 1001}, .bFrames = 2}},
+        {"high.mov", {.frames = 30, .frameRate = {60, 1}, .audioCodec = "aac"}},
+        {"late.mov", {.frames = 9, .startSeconds = 2, .audioCodec = "pcm_s16le"}},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -98,14 +95,14 @@ TEST_F(CompressTest, FramesKeepTheirTimesToTheTickAndSoundItsPlace) {
             const SoundFacts& track = out.sound.at(i);
             EXPECT_NEAR(track.startSeconds + track.durationSeconds,
                         after.startSeconds + after.durationSeconds, 0.01);
-            EXPECT_NEAR(dominantFrequency(track.sound, 0, after.startSeconds + 0.05, 0.2).value_or(0),
+            EXPECT_NEAR(toneIn(track.sound, 0, after.startSeconds + 0.05, 0.2).value_or(0),
                         toneFrequency(0, 0, 2), 8);
         }
     }
 }
 
 TEST_F(CompressTest, ExportsThatCannotBeMadeOrWrittenEndInAnError) {
-    const std::string good = clip("good.mp4", {.width = 64, .height = 48, .frames = 5});
+    const std::string good = clip("good.mp4", {.frames = 5});
     std::ofstream(m_folder.file("text.mp4")) << "no movie";
     const std::string kept = m_folder.file("kept.mov");
     std::ofstream(kept) << "kept";
@@ -125,7 +122,6 @@ TEST_F(CompressTest, ExportsThatCannotBeMadeOrWrittenEndInAnError) {
         EXPECT_EQ(log->endedByCaller, row.isByCaller);
         EXPECT_EQ(log->completions, 1);
     }
-    EXPECT_EQ(std::filesystem::file_size(kept), 4U) << "the file that was in the way is untouched";
 }
 
 } // namespace anadrome

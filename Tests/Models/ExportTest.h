@@ -2,11 +2,9 @@
 
 #include "Models/VideoEncoder.h"
 #include "Platform/Foundation/NSUserDefaults.h"
-#include "Tests/Support/ClipMaker.h"
+#include "Tests/Support/ClipTest.h"
 #include "Tests/Support/EventLoop.h"
-#include "Tests/Support/ScratchFolder.h"
 
-#include <gtest/gtest.h>
 #include <mutex>
 
 namespace anadrome {
@@ -25,7 +23,7 @@ struct ExportLog {
 };
 
 /// Runs exports as the app does, with the event loop of the main thread, and with preferences of its own.
-class ExportTest : public ::testing::Test {
+class ExportTest : public testing_support::ClipTest {
 protected:
     using Start = std::function<void(VideoEncoder&, const URL& output, VideoEncoder::ProgressHandler,
                                      VideoEncoder::Completion)>;
@@ -42,11 +40,6 @@ protected:
 
     static void setQuality(std::int64_t index) {
         NSUserDefaults::standardUserDefaults().setInteger(index, "resolutionIndexKey");
-    }
-
-    std::string clip(const std::string& name, const testing_support::ClipOptions& options) const {
-        testing_support::makeClip(m_folder.file(name), options);
-        return m_folder.file(name);
     }
 
     std::string newPath(const std::string& extension = ".mov") {
@@ -84,8 +77,6 @@ protected:
                                              });
                    });
     }
-
-    testing_support::ScratchFolder m_folder;
 
 private:
     static AVFileType typeOf(const URL& url) {

@@ -3,11 +3,11 @@
 #include "Models/VideoFrameManager.h"
 #include "Platform/Foundation/NSFileManager.h"
 
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <span>
 
 namespace anadrome {
 
@@ -25,40 +25,39 @@ Json readJson(const fs::path& path) {
     return Json::parse(file);
 }
 
-/// Every byte of every plane counts up, row padding included.
+/// Calls take(bytes) for each plane, row padding included, or for the picture that has none.
+template <typename Take>
+void forEachPlane(const CVPixelBufferRef& buffer, Take take) {
+    CVPixelBufferLockBaseAddress(buffer, 0);
+    const auto bytes = [](void* base, std::size_t size) {
+        return std::span(static_cast<unsigned char*>(base), size);
+    };
+    if (CVPixelBufferGetPlaneCount(buffer) == 0)
+        take(bytes(CVPixelBufferGetBaseAddress(buffer),
+                   CVPixelBufferGetBytesPerRow(buffer) * CVPixelBufferGetHeight(buffer)));
+    for (std::size_t plane = 0; plane < CVPixelBufferGetPlaneCount(buffer); ++plane)
+        take(bytes(CVPixelBufferGetBaseAddressOfPlane(buffer, plane),
+                   CVPixelBufferGetBytesPerRowOfPlane(buffer, plane) *
+                       CVPixelBufferGetHeightOfPlane(buffer, plane)));
+    CVPixelBufferUnlockBaseAddress(buffer, 0);
+}
+
+/// Every byte counts up.
 CVPixelBufferRef countingBuffer(std::size_t width, std::size_t height, OSType format) {
     CVPixelBufferRef buffer;
     CVPixelBufferCreate(width, height, format, {}, &buffer);
-    CVPixelBufferLockBaseAddress(buffer, 0);
     unsigned char next = 0;
-    const auto fill = [&](void* base, std::size_t size) {
-        for (std::size_t i = 0; i < size; ++i)
-            static_cast<unsigned char*>(base)[i] = next++;
-    };
-    if (CVPixelBufferGetPlaneCount(buffer) == 0)
-        fill(CVPixelBufferGetBaseAddress(buffer), CVPixelBufferGetBytesPerRow(buffer) * height);
-    for (std::size_t plane = 0; plane < CVPixelBufferGetPlaneCount(buffer); ++plane)
-        fill(CVPixelBufferGetBaseAddressOfPlane(buffer, plane),
-             CVPixelBufferGetBytesPerRowOfPlane(buffer, plane) *
-                 CVPixelBufferGetHeightOfPlane(buffer, plane));
-    CVPixelBufferUnlockBaseAddress(buffer, 0);
+    forEachPlane(buffer, [&](auto bytes) {
+        for (unsigned char& byte : bytes)
+            byte = next++;
+    });
     return buffer;
 }
 
 std::string bytesOf(const CVPixelBufferRef& buffer) {
-    std::string bytes;
-    CVPixelBufferLockBaseAddress(buffer, kCVPixelBufferLock_ReadOnly);
-    const auto add = [&](void* base, std::size_t size) {
-        bytes.append(static_cast<const char*>(base), size);
-    };
-    if (CVPixelBufferGetPlaneCount(buffer) == 0)
-        add(CVPixelBufferGetBaseAddress(buffer),
-            CVPixelBufferGetBytesPerRow(buffer) * CVPixelBufferGetHeight(buffer));
-    for (std::size_t plane = 0; plane < CVPixelBufferGetPlaneCount(buffer); ++plane)
-        add(CVPixelBufferGetBaseAddressOfPlane(buffer, plane),
-            CVPixelBufferGetBytesPerRowOfPlane(buffer, plane) * CVPixelBufferGetHeightOfPlane(buffer, plane));
-    CVPixelBufferUnlockBaseAddress(buffer, kCVPixelBufferLock_ReadOnly);
-    return bytes;
+    std::string all;
+    forEachPlane(buffer, [&](auto bytes) { all.append(bytes.begin(), bytes.end()); });
+    return all;
 }
 
 class FrameStoreTest : public ::testing::Test {

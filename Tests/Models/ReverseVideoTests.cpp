@@ -2,15 +2,13 @@
 #include "Models/VideoFileManager.h"
 #include "Models/VideoFrameManager.h"
 #include "Platform/Foundation/NSProcessInfo.h"
-#include "Tests/Support/ClipMaker.h"
+#include "Tests/Support/ClipTest.h"
 #include "Tests/Support/MovieReader.h"
-#include "Tests/Support/ScratchFolder.h"
 #include "Tests/Support/ToneTrack.h"
 
 #include <filesystem>
 #include <fstream>
 #include <future>
-#include <gtest/gtest.h>
 #include <mutex>
 
 namespace anadrome {
@@ -26,14 +24,9 @@ struct Outcome {
     std::vector<float> progress;
 };
 
-class ReverseVideoTest : public ::testing::Test {
+class ReverseVideoTest : public ClipTest {
 protected:
     ReverseVideoTest() { VideoFileManager::removeAllWorkFiles(); }
-
-    std::string clip(const std::string& name, const ClipOptions& options) {
-        makeClip(m_folder.file(name), options);
-        return m_folder.file(name);
-    }
 
     /// A clip whose index is whole and whose pictures are nothing but zeros.
     std::string clipWithBlankMedia(const std::string& name) {
@@ -71,8 +64,6 @@ protected:
         outcome.path = output.path();
         return outcome;
     }
-
-    ScratchFolder m_folder;
 };
 
 void expectReversed(const std::string& source, const std::string& output) {
@@ -96,17 +87,17 @@ TEST_F(ReverseVideoTest, EveryFrameStandsAtTheMirroredPlaceAndTime) {
         ClipOptions options;
         AVFileType fileType = AVFileTypeQuickTimeMovie;
     } rows[] = {
-        {"plain.mp4", {.width = 160, .height = 96, .frames = 40, .bFrames = 2}, AVFileTypeMPEG4},
-        {"ntsc.mov", {.width = 160, .height = 96, .frames = 40, .frameRate = {30000, 1001}, .openGop = true}},
-        {"uneven.mp4", {.width = 160, .height = 96, .frames = 20, .frameTicks = {20, 7, 41}}},
-        {"late.mp4", {.width = 160, .height = 96, .frames = 12, .startSeconds = 10}},
-        {"one.mp4", {.width = 160, .height = 96, .frames = 1}},
-        {"two.mp4", {.width = 160, .height = 96, .frames = 2}},
-        {"turned.mp4", {.width = 160, .height = 96, .frames = 6, .orientation = Orientation::Rotate270}},
-        {"mirrored.mov", {.width = 160, .height = 96, .frames = 6, .orientation = Orientation::Transverse}},
+        {"plain.mp4", {.frames = 40, .bFrames = 2}, AVFileTypeMPEG4},
+        {"ntsc.mov", {.frames = 40, .frameRate = {30000, 1001}, .openGop = true}},
+        {"uneven.mp4", {.frames = 20, .frameTicks = {20, 7, 41}}},
+        {"late.mp4", {.frames = 12, .startSeconds = 10}},
+        {"one.mp4", {.frames = 1}},
+        {"two.mp4", {.frames = 2}},
+        {"turned.mp4", {.frames = 6, .orientation = Orientation::Rotate270}},
+        {"mirrored.mov", {.frames = 6, .orientation = Orientation::Transverse}},
         {"small.mp4", {.width = 64, .height = 48, .frames = 10}},
         {"odd.mp4", {.width = 161, .height = 97, .frames = 10, .pixelFormat = "yuv444p"}},
-        {"fragmented.mp4", {.width = 160, .height = 96, .frames = 30, .fragmented = true}},
+        {"fragmented.mp4", {.frames = 30, .fragmented = true}},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -122,12 +113,9 @@ TEST_F(ReverseVideoTest, EveryFrameStandsAtTheMirroredPlaceAndTime) {
 TEST_F(ReverseVideoTest, HighDynamicRangeKeepsItsTenBitsAndTags) {
     for (const auto& [colour, transfer] :
          {std::pair(ColourPreset::Hlg, "arib-std-b67"), std::pair(ColourPreset::Pq, "smpte2084")}) {
-        const std::string source = clip("hdr.mov", {.width = 160,
-                                                    .height = 96,
-                                                    .frames = 10,
-                                                    .videoCodec = "libx265",
-                                                    .pixelFormat = "yuv420p10le",
-                                                    .colour = colour});
+        const std::string source =
+            clip("hdr.mov",
+                 {.frames = 10, .videoCodec = "libx265", .pixelFormat = "yuv420p10le", .colour = colour});
         const Outcome outcome = reverse(source);
         ASSERT_TRUE(outcome.success);
         expectReversed(source, outcome.path);
@@ -181,7 +169,7 @@ TEST_F(ReverseVideoTest, SoundRunsBackwardsWithItsChannelsSwapped) {
     const Sound& sound = movie.sound.at(0).sound;
     for (int second = 0; second < 4; ++second)
         for (int channel = 0; channel < 2; ++channel)
-            EXPECT_NEAR(dominantFrequency(sound, channel, 3 - second + 0.2, 0.6).value_or(0),
+            EXPECT_NEAR(toneIn(sound, channel, 3 - second + 0.2, 0.6).value_or(0),
                         toneFrequency(second, 1 - channel, 2), 4)
                 << "second " << second << ", channel " << channel;
     // The first buffer of the source is left out, and nothing else.
@@ -199,7 +187,7 @@ TEST_F(ReverseVideoTest, SoundStartsWithThePictureAlsoWhenThatStartsLate) {
     EXPECT_NEAR(movie.video.at(0).startSeconds, 5, 1e-6);
     EXPECT_NEAR(track.sound.firstSampleSeconds, 5, 0.001);
     EXPECT_NEAR(level(track.sound, 0, 5, 0.03).value_or(-200), -9, 2) << "the encoder's padding is heard";
-    EXPECT_NEAR(dominantFrequency(track.sound, 0, 5.2, 0.6).value_or(0), toneFrequency(1, 1, 2), 4);
+    EXPECT_NEAR(toneIn(track.sound, 0, 5.2, 0.6).value_or(0), toneFrequency(1, 1, 2), 4);
 }
 
 TEST_F(ReverseVideoTest, TheFirstSoundThatCanBeDecodedIsUsed) {
@@ -209,8 +197,7 @@ TEST_F(ReverseVideoTest, TheFirstSoundThatCanBeDecodedIsUsed) {
     ASSERT_TRUE(second.success);
     const MovieFacts movie = readMovie(second.path);
     ASSERT_EQ(movie.sound.size(), 1U);
-    EXPECT_NEAR(dominantFrequency(movie.sound[0].sound, 1, 1.2, 0.6).value_or(0), toneFrequency(0, 0, 2, 1),
-                4);
+    EXPECT_NEAR(toneIn(movie.sound[0].sound, 1, 1.2, 0.6).value_or(0), toneFrequency(0, 0, 2, 1), 4);
 
     options.secondAudioTrack = false;
     const Outcome silent = reverse(clip("mute.mov", options));

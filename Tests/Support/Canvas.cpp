@@ -6,21 +6,6 @@
 
 namespace anadrome::testing_support {
 
-bool Canvas::canDrawOn(AVPixelFormat format) {
-    const AVPixFmtDescriptor* description = av_pix_fmt_desc_get(format);
-    constexpr std::uint64_t kForeign = AV_PIX_FMT_FLAG_RGB | AV_PIX_FMT_FLAG_PAL | AV_PIX_FMT_FLAG_BE |
-                                       AV_PIX_FMT_FLAG_BITSTREAM | AV_PIX_FMT_FLAG_HWACCEL |
-                                       AV_PIX_FMT_FLAG_FLOAT;
-    if (!description || (description->flags & kForeign))
-        return false;
-    for (int component = 0; component < description->nb_components; ++component) {
-        const AVComponentDescriptor& part = description->comp[component];
-        if (part.plane != component || part.shift != 0 || part.step != (part.depth > 8 ? 2 : 1))
-            return false;
-    }
-    return description->nb_components != 2;
-}
-
 Canvas::Canvas(AVFrame& frame)
     : frame_(frame), description_(*av_pix_fmt_desc_get(static_cast<AVPixelFormat>(frame.format))) {}
 

@@ -20,12 +20,9 @@ struct Disc {
     double radius = 0;
 };
 
-/// Draws shapes straight into the planes of a YUV picture, whatever its depth and chroma subsampling.
+/// Draws shapes straight into the planes of a planar YUV picture, whatever its depth and chroma subsampling.
 class Canvas {
 public:
-    /// True for planar YUV and grey formats; others need a conversion afterwards.
-    static bool canDrawOn(AVPixelFormat format);
-
     explicit Canvas(AVFrame& frame);
 
     int width() const { return frame_.width; }

@@ -1,9 +1,11 @@
 #include "Tests/Support/ClipMaker.h"
 #include "Tests/Support/ClipTiming.h"
+#include "Tests/Support/MovieBoxes.h"
 #include "Tests/Support/PictureLayout.h"
 #include "Tests/Support/TrackMakers.h"
-#include "Tests/Support/UnknownSound.h"
 
+#include <cmath>
+#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -12,23 +14,6 @@ namespace anadrome::testing_support {
 namespace {
 
 using TrackMakers = std::vector<std::unique_ptr<TrackMaker>>;
-
-void refuse(bool wrong, const char* why) {
-    if (wrong)
-        throw std::runtime_error(why);
-}
-
-void checkOptions(const ClipOptions& options) {
-    refuse(options.width < 1 || options.height < 1, "the size must be at least one pixel");
-    refuse(options.frames < 1 || options.frames > kFrameNumbers, "a clip has from 1 to 65536 frames");
-    refuse(options.frameRate.num < 1 || options.frameRate.den < 1, "the frame rate must be positive");
-    refuse(options.timeScale < 1, "the time scale must be positive");
-    refuse(options.pixelAspect.num < 1 || options.pixelAspect.den < 1, "the pixel aspect must be positive");
-    refuse(options.audioRate < 1 || options.audioChannels < 1, "sound needs a rate and channels");
-    for (const int ticks : options.frameTicks)
-        refuse(ticks < 1, "every frame must last at least one tick");
-    refuse(options.unknownFirstSound && options.audioCodec.empty(), "there is no sound to make unknown");
-}
 
 OutputFilePtr createFile(const std::string& path) {
     AVFormatContext* made = nullptr;
@@ -42,14 +27,31 @@ OutputFilePtr createFile(const std::string& path) {
 TrackMakers makeTracks(AVFormatContext& file, const ClipOptions& options) {
     TrackMakers tracks;
     tracks.push_back(std::make_unique<VideoMaker>(file, options));
-    const double seconds = videoSeconds(options);
     const int soundTracks = options.audioCodec.empty() ? 0 : options.secondAudioTrack ? 2 : 1;
     for (int index = 0; index < soundTracks; ++index)
-        tracks.push_back(
-            std::make_unique<SoundMaker>(file, options, options.audioSeconds.value_or(seconds), index));
-    if (options.dataTrack)
-        tracks.push_back(std::make_unique<DataMaker>(file, options.startSeconds, seconds));
+        tracks.push_back(std::make_unique<SoundMaker>(file, options, videoSeconds(options), index));
     return tracks;
+}
+
+/// A track that is neither picture nor sound, of the one kind of plain data that the muxer writes.
+AVStream& addDataTrack(AVFormatContext& file) {
+    AVStream& stream = *checked(avformat_new_stream(&file, nullptr), "no memory for a track");
+    stream.codecpar->codec_type = AVMEDIA_TYPE_DATA;
+    stream.codecpar->codec_id = AV_CODEC_ID_BIN_DATA;
+    stream.codecpar->codec_tag = MKTAG('g', 'p', 'm', 'd');
+    stream.time_base = {1, 1000};
+    return stream;
+}
+
+void writeData(AVFormatContext& file, const AVStream& track, double startSeconds) {
+    constexpr char kText[] = "timed data piece";
+    const PacketPtr packet = makePacket();
+    checked(av_new_packet(packet.get(), sizeof kText), "no memory for a packet");
+    std::memcpy(packet->data, kText, sizeof kText);
+    packet->pts = packet->dts = std::llround(startSeconds / av_q2d(track.time_base));
+    packet->flags = AV_PKT_FLAG_KEY;
+    packet->stream_index = track.index;
+    checked(av_interleaved_write_frame(&file, packet.get()), "cannot write to the file");
 }
 
 void writeHeader(AVFormatContext& file, const ClipOptions& options) {
@@ -79,10 +81,14 @@ TrackMaker* earliest(const TrackMakers& tracks) {
 
 void makeClip(const std::string& path, const ClipOptions& options) {
     av_log_set_level(AV_LOG_ERROR);
-    checkOptions(options);
+    if (options.frames < 1 || options.frames > kFrameNumbers)
+        throw std::runtime_error("a clip has from 1 to 65536 frames");
     OutputFilePtr file = createFile(path);
     const TrackMakers tracks = makeTracks(*file, options);
+    const AVStream* data = options.dataTrack ? &addDataTrack(*file) : nullptr;
     writeHeader(*file, options);
+    if (data)
+        writeData(*file, *data, options.startSeconds);
     while (TrackMaker* track = earliest(tracks)) {
         track->makeNext();
         if (!track->nextSeconds())

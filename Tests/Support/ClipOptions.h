@@ -20,13 +20,13 @@ enum class Detail {
 
 /// What a made clip is like. Fields are meant to be named: makeClip(path, {.width = 64, .height = 48}).
 struct ClipOptions {
-    int width = 320; ///< 64 x 48 is the smallest size whose frame numbers are sure to be readable
-    int height = 240;
+    int width = 128; ///< 64 x 48 is the smallest size whose frame numbers are sure to be readable
+    int height = 96;
     int frames = 30; ///< at most 65536, the number of different frame numbers
     AVRational frameRate = {30, 1};
     int timeScale = 600;              ///< ticks a second, for frameTicks
     std::vector<int> frameTicks = {}; ///< durations in 1/timeScale seconds, repeated; overrides frameRate
-    double startSeconds = 0; ///< the time of the first frame and, unless told otherwise, of the first sound
+    double startSeconds = 0;          ///< the time of the first frame and of the first sound
     Orientation orientation = Orientation::Upright; ///< kept by mov and mp4
     AVRational pixelAspect = {1, 1};
     Detail detail = Detail::Flat;
@@ -47,9 +47,6 @@ struct ClipOptions {
     std::string audioCodec = {}; ///< an encoder's name; empty for a silent film
     int audioRate = 48000;
     int audioChannels = 2;
-    std::optional<double> audioSeconds = {}; ///< as long as the video unless told otherwise
-    /// When compressed sound starts late, the encoder's silent padding stays before it.
-    std::optional<double> audioStartSeconds = {};
     bool secondAudioTrack = false;
     bool unknownFirstSound = false; ///< mov and mp4: the first sound track claims a codec nobody knows
     bool dataTrack = false;         ///< mov and mp4: a track that is neither picture nor sound

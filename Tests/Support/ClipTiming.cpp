@@ -1,7 +1,4 @@
 #include "Tests/Support/ClipTiming.h"
-#include "Tests/Support/PictureLayout.h"
-
-#include <cmath>
 
 namespace anadrome::testing_support {
 
@@ -35,16 +32,6 @@ AVRational averageRate(const ClipOptions& options) {
 
 double videoSeconds(const ClipOptions& options) {
     return static_cast<double>(totalTicks(options)) * av_q2d(timeBaseOf(options));
-}
-
-int framesToFill(const ClipOptions& options, double seconds) {
-    const double wanted = seconds / av_q2d(timeBaseOf(options));
-    double ticks = static_cast<double>(durationOf(options, 0));
-    int frames = 1;
-    // Half a tick of slack keeps rounding from adding a frame.
-    for (; ticks + 0.5 < wanted && frames <= kFrameNumbers; ++frames)
-        ticks += static_cast<double>(durationOf(options, frames));
-    return frames;
 }
 
 } // namespace anadrome::testing_support

@@ -17,7 +17,4 @@ AVRational averageRate(const ClipOptions& options);
 /// How long the pictures of the clip last altogether.
 double videoSeconds(const ClipOptions& options);
 
-/// How many frames it takes to fill the time, at least one.
-int framesToFill(const ClipOptions& options, double seconds);
-
 } // namespace anadrome::testing_support

@@ -2,16 +2,6 @@
 
 namespace anadrome::testing_support {
 
-std::optional<ColourPreset> colourPresetNamed(const std::string& name) {
-    static const std::map<std::string, ColourPreset> presets = {{"bt709", ColourPreset::Bt709},
-                                                                {"bt601", ColourPreset::Bt601},
-                                                                {"hlg", ColourPreset::Hlg},
-                                                                {"pq", ColourPreset::Pq},
-                                                                {"untagged", ColourPreset::Untagged}};
-    const auto found = presets.find(name);
-    return found == presets.end() ? std::nullopt : std::optional(found->second);
-}
-
 ColourTags tagsOf(ColourPreset preset) {
     switch (preset) {
     case ColourPreset::Bt709:

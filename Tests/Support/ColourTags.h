@@ -2,9 +2,6 @@
 
 #include "Tests/Support/Libav.h"
 
-#include <optional>
-#include <string>
-
 namespace anadrome::testing_support {
 
 enum class ColourPreset { Bt709, Bt601, Hlg, Pq, Untagged };
@@ -14,9 +11,6 @@ struct ColourTags {
     AVColorTransferCharacteristic transfer = AVCOL_TRC_UNSPECIFIED;
     AVColorSpace matrix = AVCOL_SPC_UNSPECIFIED;
 };
-
-/// bt709, bt601, hlg, pq or untagged.
-std::optional<ColourPreset> colourPresetNamed(const std::string& name);
 
 ColourTags tagsOf(ColourPreset preset);
 

@@ -3,6 +3,8 @@
 #include "Tests/Support/MovieFile.h"
 
 #include <cstdlib>
+#include <functional>
+#include <numeric>
 
 namespace anadrome::testing_support {
 
@@ -37,11 +39,14 @@ std::vector<LumaPicture> lumaPictures(const std::string& path) {
 }
 
 double meanDifference(const LumaPicture& a, const LumaPicture& b) {
-    std::int64_t sum = 0;
-    for (int y = 0; y < a.height(); ++y)
-        for (int x = 0; x < a.width(); ++x)
-            sum += std::abs(a.at(x, y) - b.at(x, y));
-    return static_cast<double>(sum) / (a.width() * a.height());
+    return std::transform_reduce(a.samples().begin(), a.samples().end(), b.samples().begin(), 0.0,
+                                 std::plus(), [](int x, int y) { return std::abs(x - y); }) /
+           static_cast<double>(a.samples().size());
+}
+
+double squaredDifference(const LumaPicture& a, const LumaPicture& b) {
+    return std::transform_reduce(a.samples().begin(), a.samples().end(), b.samples().begin(), 0.0,
+                                 std::plus(), [](int x, int y) { return (x - y) * (x - y); });
 }
 
 } // namespace anadrome::testing_support

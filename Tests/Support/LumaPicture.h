@@ -20,6 +20,8 @@ public:
     LumaPicture topLeft(int width, int height) const;
     std::optional<int> number() const;
 
+    const std::vector<std::uint8_t>& samples() const { return m_samples; }
+
 private:
     LumaView view() const { return {m_samples.data(), m_width, m_width, m_height}; }
 
@@ -33,5 +35,8 @@ std::vector<LumaPicture> lumaPictures(const std::string& path);
 
 /// How far the pixels of two pictures of one size lie apart on average.
 double meanDifference(const LumaPicture& a, const LumaPicture& b);
+
+/// The sum of the squares of those distances.
+double squaredDifference(const LumaPicture& a, const LumaPicture& b);
 
 } // namespace anadrome::testing_support

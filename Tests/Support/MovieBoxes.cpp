@@ -55,6 +55,20 @@ std::vector<std::string> outermostBoxes(const std::string& path) {
     return names;
 }
 
+void makeFirstSoundUnknown(const std::string& path) {
+    std::string bytes = readAll(path);
+    // In the sample table behind the track's handler, the first entry's name stands sixteen bytes behind that
+    // of the table. Readers that don't know it still look for "esds", which names the codec a second time.
+    const std::size_t table = bytes.find("stsd", bytes.find("soun", bytes.rfind("moov")));
+    if (table == std::string::npos)
+        throw std::runtime_error("there is no sound to make unknown");
+    const std::size_t entry = table + 16;
+    bytes.replace(entry, 4, "xq4z");
+    if (const std::size_t description = bytes.find("esds", entry); description < bytes.find("trak", entry))
+        bytes.replace(description, 4, "xq4d");
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
 void addUserData(const std::string& path, const std::string& name, const std::string& text,
                  const std::string& language) {
     std::string bytes = readAll(path);

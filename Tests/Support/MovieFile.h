@@ -21,7 +21,6 @@ public:
 
     /// Hands on the frames that a packet completes; null asks for those still held back.
     void decode(const AVPacket* packet, const FrameTaker& take);
-    void reset() { avcodec_flush_buffers(decoder_.get()); }
 
     /// How many times the decoder found the data broken.
     int errors() const { return errors_; }

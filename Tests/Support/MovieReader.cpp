@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 
 namespace anadrome::testing_support {
 
@@ -37,9 +36,7 @@ std::optional<DisplayMatrix> matrixOf(const AVStream& stream) {
 VideoFacts headerOfVideo(AVFormatContext& file, AVStream& stream) {
     const AVCodecParameters& coding = *stream.codecpar;
     VideoFacts facts;
-    facts.codec = avcodec_get_name(coding.codec_id);
     facts.codecTag = tagText(coding.codec_tag);
-    facts.profile = coding.profile;
     facts.width = coding.width;
     facts.height = coding.height;
     facts.pixelFormat = named(av_get_pix_fmt_name(static_cast<AVPixelFormat>(coding.format)));
@@ -48,162 +45,99 @@ VideoFacts headerOfVideo(AVFormatContext& file, AVStream& stream) {
     facts.matrix = named(av_color_space_name(coding.color_space));
     facts.range = named(av_color_range_name(coding.color_range));
     facts.pixelAspect = av_guess_sample_aspect_ratio(&file, &stream, nullptr);
-    facts.frameRate = stream.avg_frame_rate;
     facts.displayMatrix = matrixOf(stream);
     facts.isInterlaced = coding.field_order > AV_FIELD_PROGRESSIVE;
     facts.timeBase = stream.time_base;
     facts.startSeconds = secondsOf(stream.start_time, stream.time_base);
     facts.durationSeconds = secondsOf(stream.duration, stream.time_base);
     facts.frameCount = stream.nb_frames;
-    facts.bitRate = coding.bit_rate;
     return facts;
 }
 
 SoundFacts headerOfSound(const AVStream& stream) {
     const AVCodecParameters& coding = *stream.codecpar;
     SoundFacts facts;
-    facts.codec = avcodec_get_name(coding.codec_id);
     facts.codecTag = tagText(coding.codec_tag);
     facts.sampleRate = coding.sample_rate;
     facts.channelCount = coding.ch_layout.nb_channels;
-    facts.canDecode = TrackDecoder::canDecode(stream);
     facts.startSeconds = secondsOf(stream.start_time, stream.time_base);
     facts.durationSeconds = secondsOf(stream.duration, stream.time_base);
-    facts.bitRate = coding.bit_rate;
     return facts;
 }
 
-MovieFacts headerOf(const AVFormatContext& file) {
-    MovieFacts facts;
-    facts.container = file.iformat->name;
-    facts.startSeconds = secondsOf(file.start_time, AV_TIME_BASE_Q);
-    facts.durationSeconds = secondsOf(file.duration, AV_TIME_BASE_Q);
-    facts.bitRate = file.bit_rate;
-    facts.metadata = entriesOf(file.metadata);
-    return facts;
-}
+/// One stream of an opened movie, and where its facts stand.
+struct Track {
+    AVStream& stream;
+    std::size_t place = 0; ///< among the movie's tracks of its kind
+    std::optional<TrackDecoder> decoder = {};
+    ResamplerPtr converter = {};
 
-/// Something that learns from the packets of one track and in the end knows its facts.
-class TrackReader {
-public:
-    explicit TrackReader(const AVStream& stream) : stream_(stream) {
-        if (TrackDecoder::canDecode(stream))
-            decoder_.emplace(stream);
+    bool isVideo() const { return stream.codecpar->codec_type == AVMEDIA_TYPE_VIDEO; }
+    bool isSound() const { return stream.codecpar->codec_type == AVMEDIA_TYPE_AUDIO; }
+    double seconds(const AVFrame& frame) const {
+        return secondsOf(frame.best_effort_timestamp, stream.time_base);
     }
-    virtual ~TrackReader() = default;
-
-    void read(const AVPacket* packet) {
-        if (decoder_)
-            decoder_->decode(packet, [this](const AVFrame& frame) { take(frame); });
-    }
-    virtual void tell(MovieFacts& movie) = 0;
-
-protected:
-    virtual void take(const AVFrame& frame) = 0;
-    double secondsAt(std::int64_t pts) const { return secondsOf(pts, stream_.time_base); }
-    int errors() const { return decoder_ ? decoder_->errors() : 0; }
-
-private:
-    const AVStream& stream_;
-    std::optional<TrackDecoder> decoder_;
 };
 
-class VideoReader : public TrackReader {
-public:
-    VideoReader(AVFormatContext& file, AVStream& stream)
-        : TrackReader(stream), facts_(headerOfVideo(file, stream)) {}
-
-    void tell(MovieFacts& movie) override {
-        facts_.decodeErrors = errors();
-        movie.video.push_back(std::move(facts_));
-    }
-
-protected:
-    void take(const AVFrame& frame) override {
-        if (facts_.frames.empty())
-            facts_.corners = cornerColours(frame);
-        facts_.isInterlaced |= frame.interlaced_frame != 0;
-        const FrameLuma luma(frame);
-        const std::int64_t pts = frame.best_effort_timestamp;
-        facts_.frames.push_back(
-            {pts, secondsAt(pts), readFrameNumber(luma.view()), luma.mean(), frame.key_frame != 0});
-    }
-
-private:
-    VideoFacts facts_;
-};
-
-class SoundReader : public TrackReader {
-public:
-    explicit SoundReader(const AVStream& stream) : TrackReader(stream), facts_(headerOfSound(stream)) {}
-
-    void tell(MovieFacts& movie) override {
-        facts_.decodeErrors = errors();
-        movie.sound.push_back(std::move(facts_));
-    }
-
-protected:
-    void take(const AVFrame& frame) override {
-        Sound& sound = facts_.sound;
-        const double seconds = secondsAt(frame.best_effort_timestamp);
-        if (!converter_)
-            begin(frame, seconds);
-        const double expected = sound.firstSampleSeconds + sound.seconds();
-        facts_.worstSlip = std::max(facts_.worstSlip, std::abs(seconds - expected));
-
-        const std::size_t before = sound.samples.size();
-        const auto added =
-            static_cast<std::size_t>(frame.nb_samples) * static_cast<std::size_t>(sound.channelCount);
-        sound.samples.resize(before + added);
-        auto* out = reinterpret_cast<std::uint8_t*>(sound.samples.data() + before);
-        checked(swr_convert(converter_.get(), &out, frame.nb_samples,
-                            const_cast<const std::uint8_t**>(frame.extended_data), frame.nb_samples),
-                "cannot convert sound");
-    }
-
-private:
-    void begin(const AVFrame& frame, double seconds) {
-        Sound& sound = facts_.sound;
-        sound.sampleRate = frame.sample_rate;
-        sound.channelCount = frame.ch_layout.nb_channels;
-        sound.firstSampleSeconds = seconds;
-        converter_ = makeSampleConverter(frame.ch_layout, frame.sample_rate,
-                                         static_cast<AVSampleFormat>(frame.format), AV_SAMPLE_FMT_FLT);
-    }
-
-    SoundFacts facts_;
-    ResamplerPtr converter_;
-};
-
-using TrackReaders = std::vector<std::unique_ptr<TrackReader>>;
-
-TrackReaders makeReaders(AVFormatContext& file) {
-    TrackReaders readers;
+std::vector<Track> listTracks(AVFormatContext& file, MovieFacts& movie) {
+    std::vector<Track> tracks;
     for (unsigned index = 0; index < file.nb_streams; ++index) {
-        AVStream& stream = *file.streams[index];
-        switch (stream.codecpar->codec_type) {
-        case AVMEDIA_TYPE_VIDEO:
-            readers.push_back(std::make_unique<VideoReader>(file, stream));
-            break;
-        case AVMEDIA_TYPE_AUDIO:
-            readers.push_back(std::make_unique<SoundReader>(stream));
-            break;
-        default:
-            readers.push_back(nullptr);
+        Track& track = tracks.emplace_back(Track{*file.streams[index]});
+        if (track.isVideo()) {
+            track.place = movie.video.size();
+            movie.video.push_back(headerOfVideo(file, track.stream));
+        } else if (track.isSound()) {
+            track.place = movie.sound.size();
+            movie.sound.push_back(headerOfSound(track.stream));
+        } else {
+            ++movie.otherTracks;
         }
     }
-    return readers;
+    movie.metadata = entriesOf(file.metadata);
+    return tracks;
 }
 
-MovieFacts collect(const AVFormatContext& file, const TrackReaders& readers) {
-    MovieFacts movie = headerOf(file);
-    for (const auto& reader : readers) {
-        if (reader)
-            reader->tell(movie);
-        else
-            ++movie.otherTracks;
+void addPicture(const AVFrame& frame, const Track& track, VideoFacts& facts) {
+    if (facts.frames.empty())
+        facts.corners = cornerColours(frame);
+    facts.isInterlaced |= frame.interlaced_frame != 0;
+    const FrameLuma luma(frame);
+    facts.frames.push_back(
+        {frame.best_effort_timestamp, track.seconds(frame), readFrameNumber(luma.view()), luma.mean()});
+}
+
+void addSound(const AVFrame& frame, Track& track, SoundFacts& facts) {
+    Sound& sound = facts.sound;
+    if (!track.converter) {
+        sound.sampleRate = frame.sample_rate;
+        sound.channelCount = frame.ch_layout.nb_channels;
+        sound.firstSampleSeconds = track.seconds(frame);
+        track.converter = makeSampleConverter(frame.ch_layout, frame.sample_rate,
+                                              static_cast<AVSampleFormat>(frame.format), AV_SAMPLE_FMT_FLT);
     }
-    return movie;
+    const double expected = sound.firstSampleSeconds + sound.seconds();
+    facts.worstSlip = std::max(facts.worstSlip, std::abs(track.seconds(frame) - expected));
+    const std::size_t before = sound.samples.size();
+    sound.samples.resize(before + static_cast<std::size_t>(frame.nb_samples * sound.channelCount));
+    auto* out = reinterpret_cast<std::uint8_t*>(sound.samples.data() + before);
+    checked(swr_convert(track.converter.get(), &out, frame.nb_samples,
+                        const_cast<const std::uint8_t**>(frame.extended_data), frame.nb_samples),
+            "cannot convert sound");
+}
+
+/// Takes what a packet completes; null ends the track.
+void read(const AVPacket* packet, Track& track, MovieFacts& movie) {
+    if (!track.decoder)
+        return;
+    track.decoder->decode(packet, [&](const AVFrame& frame) {
+        if (track.isVideo())
+            addPicture(frame, track, movie.video[track.place]);
+        else
+            addSound(frame, track, movie.sound[track.place]);
+    });
+    int& errors =
+        track.isVideo() ? movie.video[track.place].decodeErrors : movie.sound[track.place].decodeErrors;
+    errors = track.decoder->errors();
 }
 
 } // namespace
@@ -218,23 +152,26 @@ std::vector<std::optional<int>> VideoFacts::numbers() const {
 
 MovieFacts readMovie(const std::string& path) {
     const InputFilePtr file = openMovie(path);
-    const TrackReaders readers = makeReaders(*file);
+    MovieFacts movie;
+    std::vector<Track> tracks = listTracks(*file, movie);
+    for (Track& track : tracks)
+        if ((track.isVideo() || track.isSound()) && TrackDecoder::canDecode(track.stream))
+            track.decoder.emplace(track.stream);
     const PacketPtr packet = makePacket();
     while (av_read_frame(file.get(), packet.get()) >= 0) {
-        const auto index = static_cast<std::size_t>(packet->stream_index);
-        if (index < readers.size() && readers[index])
-            readers[index]->read(packet.get());
+        if (const auto index = static_cast<std::size_t>(packet->stream_index); index < tracks.size())
+            read(packet.get(), tracks[index], movie);
         av_packet_unref(packet.get());
     }
-    for (const auto& reader : readers)
-        if (reader)
-            reader->read(nullptr);
-    return collect(*file, readers);
+    for (Track& track : tracks)
+        read(nullptr, track, movie);
+    return movie;
 }
 
 MovieFacts readMovieHeaders(const std::string& path) {
-    const InputFilePtr file = openMovie(path);
-    return collect(*file, makeReaders(*file));
+    MovieFacts movie;
+    listTracks(*openMovie(path), movie);
+    return movie;
 }
 
 } // namespace anadrome::testing_support

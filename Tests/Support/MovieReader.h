@@ -17,14 +17,11 @@ struct FrameFacts {
     double seconds = 0;
     std::optional<int> number = {}; ///< read from the picture
     double meanLuma = 0;            ///< on the 8-bit scale where black is 16 and white is 235
-    bool isKeyFrame = false;
 };
 
 /// A video track as it is stored: nothing is turned or scaled.
 struct VideoFacts {
-    std::string codec = {};
     std::string codecTag = {};
-    int profile = 0;
     int width = 0;
     int height = 0;
     std::string pixelFormat = {};
@@ -34,15 +31,13 @@ struct VideoFacts {
     std::string matrix = {};
     std::string range = {};
     AVRational pixelAspect = {0, 1};
-    AVRational frameRate = {0, 1}; ///< the average
     std::optional<DisplayMatrix> displayMatrix = {};
     bool isInterlaced = false;
     AVRational timeBase = {0, 1};
     double startSeconds = 0;
     double durationSeconds = 0;
     std::int64_t frameCount = 0; ///< as the container says; the real one is frames.size()
-    std::int64_t bitRate = 0;
-    CornerColours corners = {}; ///< of the first frame
+    CornerColours corners = {};  ///< of the first frame
     int decodeErrors = 0;
     std::vector<FrameFacts> frames = {}; ///< in the order of presentation
 
@@ -50,14 +45,11 @@ struct VideoFacts {
 };
 
 struct SoundFacts {
-    std::string codec = {};
     std::string codecTag = {};
     int sampleRate = 0;
     int channelCount = 0;
-    bool canDecode = false;
     double startSeconds = 0;
     double durationSeconds = 0;
-    std::int64_t bitRate = 0;
     int decodeErrors = 0;
     double worstSlip =
         0;            ///< seconds by which a decoded piece's time strays from the count of samples before it
@@ -65,10 +57,6 @@ struct SoundFacts {
 };
 
 struct MovieFacts {
-    std::string container = {};
-    double startSeconds = 0;
-    double durationSeconds = 0;
-    std::int64_t bitRate = 0;
     std::map<std::string, std::string> metadata = {};
     std::vector<VideoFacts> video = {};
     std::vector<SoundFacts> sound = {};

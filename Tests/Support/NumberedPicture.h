@@ -11,8 +11,7 @@ namespace anadrome::testing_support {
 /// coloured corners (red, green, blue, yellow in reading order) that tell which way up the picture is.
 class NumberedPicture {
 public:
-    /// The format must be one that a Canvas can draw on. Broadcast HDR
-    /// presets keep white at two thirds of the signal.
+    /// The format must be one that a Canvas can draw on. HDR presets keep white at two thirds of the signal.
     NumberedPicture(const ClipOptions& options, AVPixelFormat format, bool fullRange);
 
     void draw(AVFrame& frame, int number) const;

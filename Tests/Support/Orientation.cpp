@@ -8,19 +8,18 @@ namespace {
 
 /// shown.x = a * x + c * y + tx, shown.y = b * x + d * y + ty, all in pictures that reach from 0 to 1.
 struct Turn {
-    const char* name;
     int a, b, c, d, tx, ty;
 };
 
 constexpr std::array<Turn, kOrientationCount> kTurns = {{
-    {"upright", 1, 0, 0, 1, 0, 0},
-    {"rotate90", 0, 1, -1, 0, 1, 0},
-    {"rotate180", -1, 0, 0, -1, 1, 1},
-    {"rotate270", 0, -1, 1, 0, 0, 1},
-    {"mirror", -1, 0, 0, 1, 1, 0},
-    {"flip", 1, 0, 0, -1, 0, 1},
-    {"transpose", 0, 1, 1, 0, 0, 0},
-    {"transverse", 0, -1, -1, 0, 1, 1},
+    {1, 0, 0, 1, 0, 0},
+    {0, 1, -1, 0, 1, 0},
+    {-1, 0, 0, -1, 1, 1},
+    {0, -1, 1, 0, 0, 1},
+    {-1, 0, 0, 1, 1, 0},
+    {1, 0, 0, -1, 0, 1},
+    {0, 1, 1, 0, 0, 0},
+    {0, -1, -1, 0, 1, 1},
 }};
 
 const Turn& turnOf(Orientation orientation) {
@@ -28,13 +27,6 @@ const Turn& turnOf(Orientation orientation) {
 }
 
 } // namespace
-
-std::optional<Orientation> orientationNamed(const std::string& name) {
-    for (int index = 0; index < kOrientationCount; ++index)
-        if (name == kTurns[static_cast<std::size_t>(index)].name || name == std::to_string(index))
-            return static_cast<Orientation>(index);
-    return std::nullopt;
-}
 
 RelativePoint shownAt(Orientation orientation, RelativePoint coded) {
     const Turn& turn = turnOf(orientation);

@@ -2,8 +2,6 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
-#include <string>
 
 namespace anadrome::testing_support {
 
@@ -20,9 +18,6 @@ enum class Orientation {
 };
 
 inline constexpr int kOrientationCount = 8;
-
-/// Accepts the number 0..7 or a name: upright, rotate90, ..., mirror, flip, transpose, transverse.
-std::optional<Orientation> orientationNamed(const std::string& name);
 
 struct RelativePoint {
     double x = 0;

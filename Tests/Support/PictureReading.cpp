@@ -55,38 +55,34 @@ bool cornersStandAs(Orientation orientation, const LumaView& picture) {
     return true;
 }
 
-CornerColour classified(double red, double green, double blue) {
-    const double half = std::max({red, green, blue}) / 2;
-    if (half < 20)
-        return CornerColour::Other;
-    const int lit = (red > half ? 1 : 0) + (green > half ? 2 : 0) + (blue > half ? 4 : 0);
-    switch (lit) {
-    case 1:
-        return CornerColour::Red;
-    case 2:
-        return CornerColour::Green;
-    case 3:
-        return CornerColour::Yellow;
-    case 4:
-        return CornerColour::Blue;
-    default:
-        return CornerColour::Other;
-    }
+/// The samples of a component's row, whatever the format.
+std::vector<std::uint16_t> rowOf(const AVFrame& frame, int component, int y) {
+    const AVPixFmtDescriptor* format = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(frame.format));
+    const int width = component ? AV_CEIL_RSHIFT(frame.width, format->log2_chroma_w) : frame.width;
+    std::vector<std::uint16_t> row(static_cast<std::size_t>(width));
+    av_read_image_line2(row.data(), const_cast<const std::uint8_t**>(frame.data), frame.linesize, format, 0,
+                        y, component, width, 0, sizeof row[0]);
+    return row;
 }
 
-/// A small RGB copy of the frame.
-FramePtr thumbnail(const AVFrame& frame, int side) {
-    FramePtr small = makePicture(side, side, AV_PIX_FMT_RGB24);
-    const ScalerPtr scaler(
-        checked(sws_getContext(frame.width, frame.height, static_cast<AVPixelFormat>(frame.format), side,
-                               side, AV_PIX_FMT_RGB24, SWS_AREA, nullptr, nullptr, nullptr),
-                "this pixel format cannot be converted"));
-    const AVColorSpace matrix =
-        frame.colorspace == AVCOL_SPC_UNSPECIFIED ? AVCOL_SPC_BT709 : frame.colorspace;
-    sws_setColorspaceDetails(scaler.get(), sws_getCoefficients(matrix), isFullRange(frame),
-                             sws_getCoefficients(SWS_CS_DEFAULT), 1, 0, 1 << 16, 1 << 16);
-    sws_scale(scaler.get(), frame.data, frame.linesize, 0, frame.height, small->data, small->linesize);
-    return small;
+/// A colour difference at a pixel, from -0.5 to 0.5.
+double differenceAt(const AVFrame& frame, int component, int x, int y) {
+    const AVPixFmtDescriptor& format = *av_pix_fmt_desc_get(static_cast<AVPixelFormat>(frame.format));
+    const auto row = rowOf(frame, component, y >> format.log2_chroma_h);
+    return std::ldexp(row[static_cast<std::size_t>(x >> format.log2_chroma_w)],
+                      -format.comp[component].depth) -
+           0.5;
+}
+
+CornerColour classified(double blueDifference, double redDifference) {
+    constexpr double kClear = 0.2;
+    if (blueDifference > kClear)
+        return CornerColour::Blue;
+    if (redDifference > kClear)
+        return CornerColour::Red;
+    if (redDifference < -kClear)
+        return CornerColour::Green;
+    return blueDifference < -kClear ? CornerColour::Yellow : CornerColour::Other;
 }
 
 } // namespace
@@ -95,37 +91,15 @@ FrameLuma::FrameLuma(const AVFrame& frame)
     : view_{frame.data[0], frame.linesize[0], frame.width, frame.height}, fullRange_(isFullRange(frame)) {
     const AVPixFmtDescriptor* description = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(frame.format));
     const AVComponentDescriptor& luma = description->comp[0];
-    if (description->flags & (AV_PIX_FMT_FLAG_RGB | AV_PIX_FMT_FLAG_PAL))
-        convertRgb(frame);
-    else if (luma.depth != 8 || luma.step != 1)
-        convertDepth(frame, luma);
+    if (luma.depth > 8)
+        convertDepth(frame, luma.depth);
 }
 
-void FrameLuma::convertRgb(const AVFrame& frame) {
-    converted_.resize(static_cast<std::size_t>(frame.width) * static_cast<std::size_t>(frame.height));
-    const ScalerPtr scaler(checked(
-        sws_getContext(frame.width, frame.height, static_cast<AVPixelFormat>(frame.format), frame.width,
-                       frame.height, AV_PIX_FMT_GRAY8, SWS_POINT, nullptr, nullptr, nullptr),
-        "this pixel format cannot be converted"));
-    std::uint8_t* const planes[] = {converted_.data()};
-    const int strides[] = {frame.width};
-    sws_scale(scaler.get(), frame.data, frame.linesize, 0, frame.height, planes, strides);
-    view_ = {converted_.data(), frame.width, frame.width, frame.height};
-    fullRange_ = true;
-}
-
-void FrameLuma::convertDepth(const AVFrame& frame, const AVComponentDescriptor& luma) {
-    converted_.reserve(static_cast<std::size_t>(frame.width) * static_cast<std::size_t>(frame.height));
-    const int excess = luma.depth - 8;
-    const int half = excess > 0 ? 1 << (excess - 1) : 0;
-    for (int y = 0; y < frame.height; ++y) {
-        const std::uint8_t* sample =
-            frame.data[luma.plane] + std::ptrdiff_t{y} * frame.linesize[luma.plane] + luma.offset;
-        for (int x = 0; x < frame.width; ++x, sample += luma.step) {
-            const int word = excess > 0 ? (sample[0] | sample[1] << 8) >> luma.shift : sample[0];
-            converted_.push_back(static_cast<std::uint8_t>(std::min(255, (word + half) >> excess)));
-        }
-    }
+void FrameLuma::convertDepth(const AVFrame& frame, int depth) {
+    for (int y = 0; y < frame.height; ++y)
+        for (const int sample : rowOf(frame, 0, y))
+            converted_.push_back(
+                static_cast<std::uint8_t>(std::min(255, (sample + (1 << (depth - 9))) >> (depth - 8))));
     view_ = {converted_.data(), frame.width, frame.width, frame.height};
 }
 
@@ -165,15 +139,13 @@ std::optional<int> readFrameNumber(const LumaView& picture) {
 }
 
 CornerColours cornerColours(const AVFrame& frame) {
-    constexpr int kSide = 64;
-    const FramePtr small = thumbnail(frame, kSide);
     CornerColours colours{};
     for (std::size_t corner = 0; corner < kCorners.size(); ++corner) {
-        const PixelRect patch = toPixels(kCorners[corner], kSide, kSide);
-        const std::ptrdiff_t column = (patch.left + patch.right) / 2;
-        const std::ptrdiff_t row = (patch.top + patch.bottom) / 2;
-        const std::uint8_t* middle = small->data[0] + row * small->linesize[0] + column * 3;
-        colours[corner] = classified(middle[0], middle[1], middle[2]);
+        const PixelRect patch = toPixels(kCorners[corner], frame.width, frame.height);
+        const int column = (patch.left + patch.right) / 2;
+        const int row = (patch.top + patch.bottom) / 2;
+        colours[corner] =
+            classified(differenceAt(frame, 1, column, row), differenceAt(frame, 2, column, row));
     }
     return colours;
 }

@@ -19,7 +19,7 @@ struct LumaView {
     int height = 0;
 };
 
-/// The luma of a decoded frame as 8 bits; it refers to the frame where that needs no conversion.
+/// The luma of a decoded YUV frame as 8 bits; it refers to the frame where that needs no conversion.
 class FrameLuma {
 public:
     explicit FrameLuma(const AVFrame& frame);
@@ -29,8 +29,7 @@ public:
     double mean() const;
 
 private:
-    void convertRgb(const AVFrame& frame);
-    void convertDepth(const AVFrame& frame, const AVComponentDescriptor& luma);
+    void convertDepth(const AVFrame& frame, int depth);
 
     LumaView view_;
     bool fullRange_ = false;

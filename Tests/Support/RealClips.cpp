@@ -14,8 +14,8 @@ namespace {
 
 bool isLong(const fs::path& clip) {
     try {
-        return readMovieHeaders(clip).durationSeconds > 60;
-    } catch (const std::runtime_error&) {
+        return readMovieHeaders(clip).video.at(0).durationSeconds > 60;
+    } catch (const std::exception&) {
         return false;
     }
 }

@@ -105,8 +105,8 @@ RichTexture::RichTexture(int width, int height, AVPixelFormat format, const Code
     top_ = (1 << canvas.depth()) - 1;
     paintPlane(canvas, 0, black[0], white[0]);
     for (int plane = 1; plane < canvas.planeCount(); ++plane) {
-        const float middle = plane == 3 ? black[3] : black[1];
-        const float swing = plane == 3 ? 0 : middle * 0.4f;
+        const float middle = black[1];
+        const float swing = middle * 0.4f;
         paintPlane(canvas, plane, middle - swing, middle + swing);
     }
     const float strength = 6.0f * static_cast<float>(1 << (canvas.depth() - 8));

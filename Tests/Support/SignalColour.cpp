@@ -45,8 +45,7 @@ CodeValues codeValues(SignalRgb colour, const SignalCoding& coding) {
     const auto difference = [&](double value) {
         return rounded(std::min(top, std::max(0.0, middle + chromaSpan * value)));
     };
-    return {rounded(black + lumaSpan * luma), difference(blueDifference), difference(redDifference),
-            rounded(top)};
+    return {rounded(black + lumaSpan * luma), difference(blueDifference), difference(redDifference)};
 }
 
 } // namespace anadrome::testing_support

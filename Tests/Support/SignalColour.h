@@ -14,8 +14,8 @@ struct SignalRgb {
     double blue = 0;
 };
 
-/// Code values in plane order: luma, blue difference, red difference, opacity.
-using CodeValues = std::array<std::uint16_t, 4>;
+/// Code values in plane order: luma, blue difference, red difference.
+using CodeValues = std::array<std::uint16_t, 3>;
 
 struct SignalCoding {
     AVColorSpace matrix = AVCOL_SPC_BT709; ///< unspecified counts as BT.709

@@ -39,8 +39,7 @@ FramePtr emptySound(const AVCodecContext& encoder, int sampleCount) {
 } // namespace
 
 SoundMaker::SoundMaker(AVFormatContext& file, const ClipOptions& options, double seconds, int index)
-    : track_(file, openEncoder(file, options), options.audioStartSeconds.value_or(options.startSeconds)),
-      startSeconds_(options.audioStartSeconds.value_or(options.startSeconds)),
+    : track_(file, openEncoder(file, options), options.startSeconds), startSeconds_(options.startSeconds),
       tones_(options.audioRate, options.audioChannels, index),
       converter_(makeSampleConverter(track_.encoder().ch_layout, options.audioRate, AV_SAMPLE_FMT_FLT,
                                      track_.encoder().sample_fmt)),

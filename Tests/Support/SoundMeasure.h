@@ -15,10 +15,9 @@ struct Sound {
     double seconds() const;
 };
 
-/// The strongest frequency, in hertz, in a stretch of one channel; times are presentation times. Nothing when
-/// the stretch reaches beyond the sound or is silent.
-std::optional<double> dominantFrequency(const Sound& sound, int channel, double fromSecond,
-                                        double lengthSeconds);
+/// The pitch, in hertz, of a stretch of one channel that sounds a single tone; times are presentation times.
+/// Nothing when the stretch reaches beyond the sound or is silent.
+std::optional<double> toneIn(const Sound& sound, int channel, double fromSecond, double lengthSeconds);
 
 /// The root mean square of a stretch of one channel in decibels below full scale, -200 for silence.
 std::optional<double> level(const Sound& sound, int channel, double fromSecond, double lengthSeconds);

@@ -27,13 +27,9 @@ public:
     void finish() override { track_.encode(nullptr); }
 
 private:
-    AVFrame& draw();
-
     const ClipOptions& options_;
     EncodedTrack track_;
     FramePtr drawn_;
-    FramePtr converted_;  ///< null where the encoder takes what is drawn
-    ScalerPtr converter_; ///< null likewise
     NumberedPicture picture_;
     int number_ = 0;
     std::int64_t position_ = 0;
@@ -54,23 +50,6 @@ private:
     ResamplerPtr converter_;
     std::int64_t position_ = 0;
     std::int64_t length_;
-};
-
-/// A track of timed data, one small piece a second.
-class DataMaker : public TrackMaker {
-public:
-    DataMaker(AVFormatContext& file, double startSeconds, double seconds);
-
-    std::optional<double> nextSeconds() const override;
-    void makeNext() override;
-    void finish() override {}
-
-private:
-    AVFormatContext& file_;
-    AVStream& stream_;
-    double startSeconds_;
-    double seconds_;
-    int second_ = 0;
 };
 
 } // namespace anadrome::testing_support

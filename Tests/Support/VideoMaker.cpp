@@ -100,39 +100,13 @@ CodecPtr openEncoder(const AVFormatContext& file, const ClipOptions& options) {
     return encoder;
 }
 
-/// What to draw on so that it can become the encoder's format.
-AVPixelFormat drawingFormat(AVPixelFormat wanted) {
-    if (Canvas::canDrawOn(wanted))
-        return wanted;
-    return av_pix_fmt_desc_get(wanted)->comp[0].depth > 8 ? AV_PIX_FMT_YUV444P10LE : AV_PIX_FMT_YUV444P;
-}
-
-ScalerPtr makeConverter(const AVCodecContext& encoder, AVPixelFormat drawn) {
-    ScalerPtr scaler(
-        checked(sws_getContext(encoder.width, encoder.height, drawn, encoder.width, encoder.height,
-                               encoder.pix_fmt, SWS_BICUBIC | SWS_ACCURATE_RND, nullptr, nullptr, nullptr),
-                "this pixel format cannot be drawn"));
-    const bool isRgb = av_pix_fmt_desc_get(encoder.pix_fmt)->flags & AV_PIX_FMT_FLAG_RGB;
-    const int drawnRange = encoder.color_range == AVCOL_RANGE_JPEG;
-    const AVColorSpace matrix =
-        encoder.colorspace == AVCOL_SPC_UNSPECIFIED ? AVCOL_SPC_BT709 : encoder.colorspace;
-    const int* weights = sws_getCoefficients(matrix);
-    sws_setColorspaceDetails(scaler.get(), weights, drawnRange, weights, isRgb ? 1 : drawnRange, 0, 1 << 16,
-                             1 << 16);
-    return scaler;
-}
-
 } // namespace
 
 VideoMaker::VideoMaker(AVFormatContext& file, const ClipOptions& options)
     : options_(options), track_(file, openEncoder(file, options), options.startSeconds),
-      drawn_(makePicture(options.width, options.height, drawingFormat(track_.encoder().pix_fmt))),
-      picture_(options, static_cast<AVPixelFormat>(drawn_->format), usesFullRange(options)) {
+      drawn_(makePicture(options.width, options.height, track_.encoder().pix_fmt)),
+      picture_(options, track_.encoder().pix_fmt, usesFullRange(options)) {
     const AVCodecContext& encoder = track_.encoder();
-    if (drawn_->format != encoder.pix_fmt) {
-        converted_ = makePicture(options.width, options.height, encoder.pix_fmt);
-        converter_ = makeConverter(encoder, static_cast<AVPixelFormat>(drawn_->format));
-    }
     AVStream& stream = track_.stream();
     // The tag that cameras write; left to itself the muxer takes another.
     if (encoder.codec_id == AV_CODEC_ID_HEVC && isMovOrMp4(*file.oformat))
@@ -154,20 +128,11 @@ std::optional<double> VideoMaker::nextSeconds() const {
     return options_.startSeconds + static_cast<double>(position_) * av_q2d(track_.encoder().time_base);
 }
 
-AVFrame& VideoMaker::draw() {
-    // The encoder may still hold the last frame.
-    checked(av_frame_make_writable(drawn_.get()), "no memory for a picture");
-    picture_.draw(*drawn_, options_.countsDown ? options_.frames - 1 - number_ : number_);
-    if (!converter_)
-        return *drawn_;
-    checked(av_frame_make_writable(converted_.get()), "no memory for a picture");
-    sws_scale(converter_.get(), drawn_->data, drawn_->linesize, 0, drawn_->height, converted_->data,
-              converted_->linesize);
-    return *converted_;
-}
-
 void VideoMaker::makeNext() {
-    AVFrame& frame = draw();
+    AVFrame& frame = *drawn_;
+    // The encoder may still hold the last picture.
+    checked(av_frame_make_writable(&frame), "no memory for a picture");
+    picture_.draw(frame, options_.countsDown ? options_.frames - 1 - number_ : number_);
     const AVCodecContext& encoder = track_.encoder();
     frame.color_primaries = encoder.color_primaries;
     frame.color_trc = encoder.color_trc;

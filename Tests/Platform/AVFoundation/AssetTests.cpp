@@ -1,10 +1,7 @@
-#include "Platform/AVFoundation/AVAsset.h"
 #include "Platform/CoreVideo/CVImageBufferKeys.h"
-#include "Tests/Support/ClipMaker.h"
-#include "Tests/Support/ScratchFolder.h"
+#include "Tests/Platform/AVFoundation/MediaTest.h"
 
 #include <fstream>
-#include <gtest/gtest.h>
 
 namespace anadrome {
 
@@ -12,18 +9,7 @@ using namespace testing_support;
 
 namespace {
 
-class AssetTest : public ::testing::Test {
-protected:
-    std::shared_ptr<AVAsset> make(const std::string& name, const ClipOptions& options) {
-        makeClip(m_folder.file(name), options);
-        return AVAsset::assetWithURL(URL::fileURLWithPath(m_folder.file(name)));
-    }
-    AVAssetTrackRef makeVideoTrack(const std::string& name, const ClipOptions& options) {
-        return make(name, options)->tracksWithMediaType(AVMediaTypeVideo).at(0);
-    }
-
-    ScratchFolder m_folder;
-};
+using AssetTest = MediaTest;
 
 std::string extension(const AVAssetTrackRef& track, const char* key) {
     const auto& extensions = CMFormatDescriptionGetExtensions(track->formatDescriptions().front());
@@ -52,7 +38,7 @@ TEST_F(AssetTest, ReadsRatesAndDurationsOfEveryContainer) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        const auto asset = make(row.name, row.options);
+        const auto asset = makeAsset(row.name, row.options);
         const auto tracks = asset->tracksWithMediaType(AVMediaTypeVideo);
         ASSERT_EQ(tracks.size(), 1U);
         const AVAssetTrack& track = *tracks.front();
@@ -96,9 +82,9 @@ TEST_F(AssetTest, ColourExtensionsAreThereOnlyForTaggedClips) {
 }
 
 TEST_F(AssetTest, ListsOnlyTracksThatCanBeDecodedAndShown) {
-    const auto asset =
-        make("phone.mov",
-             {.audioCodec = "aac", .secondAudioTrack = true, .unknownFirstSound = true, .dataTrack = true});
+    const auto asset = makeAsset(
+        "phone.mov",
+        {.audioCodec = "aac", .secondAudioTrack = true, .unknownFirstSound = true, .dataTrack = true});
     EXPECT_EQ(asset->tracksWithMediaType(AVMediaTypeVideo).size(), 1U);
     const auto sound = asset->tracksWithMediaType(AVMediaTypeAudio);
     ASSERT_EQ(sound.size(), 1U);
@@ -106,12 +92,12 @@ TEST_F(AssetTest, ListsOnlyTracksThatCanBeDecodedAndShown) {
 }
 
 TEST_F(AssetTest, AFileThatCannotBeReadHasNoTracksAndSaysWhy) {
-    std::ofstream(m_folder.file("empty.mp4"));
-    std::ofstream(m_folder.file("text.mp4")) << "this is no movie\n";
-    std::ofstream(m_folder.file("list.mp4")) << "#EXTM3U\n#EXTINF:1,\nother.mp4\n";
+    std::ofstream(path("empty.mp4"));
+    std::ofstream(path("text.mp4")) << "this is no movie\n";
+    std::ofstream(path("list.mp4")) << "#EXTM3U\n#EXTINF:1,\nother.mp4\n";
     for (const char* name : {"empty.mp4", "text.mp4", "list.mp4", "missing.mp4", "."}) {
         SCOPED_TRACE(name);
-        const AVURLAsset asset(URL::fileURLWithPath(m_folder.file(name)));
+        const AVURLAsset asset(URL::fileURLWithPath(path(name)));
         EXPECT_TRUE(asset.tracks().empty());
         EXPECT_EQ(CMTimeCompare(asset.duration(), kCMTimeZero), 0);
         ASSERT_TRUE(asset.loadError());

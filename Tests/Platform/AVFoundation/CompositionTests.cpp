@@ -1,8 +1,6 @@
 #include "Platform/AVFoundation/AVMutableComposition.h"
-#include "Tests/Support/ClipMaker.h"
-#include "Tests/Support/ScratchFolder.h"
+#include "Tests/Platform/AVFoundation/MediaTest.h"
 
-#include <gtest/gtest.h>
 #include <sstream>
 
 namespace anadrome {
@@ -38,21 +36,18 @@ std::string segmentsOf(const AVAssetTrack& track) {
     return out.str();
 }
 
-class CompositionTest : public ::testing::Test {
+class CompositionTest : public MediaTest {
 protected:
     CompositionTest() {
-        makeClip(m_folder.file("clip.mov"),
-                 {.width = 64, .height = 48, .frames = 30, .audioCodec = "pcm_s16le"});
-        const auto asset = AVAsset::assetWithURL(URL::fileURLWithPath(m_folder.file("clip.mov")));
-        m_video = asset->tracksWithMediaType(AVMediaTypeVideo).at(0);
-        m_audio = asset->tracksWithMediaType(AVMediaTypeAudio).at(0);
+        const auto both = makeAsset("clip.mov", {.frames = 30, .audioCodec = "pcm_s16le"});
+        m_video = both->tracksWithMediaType(AVMediaTypeVideo).at(0);
+        m_audio = both->tracksWithMediaType(AVMediaTypeAudio).at(0);
     }
 
     std::shared_ptr<AVMutableCompositionTrack> newTrack() {
         return m_composition.addMutableTrackWithMediaType(AVMediaTypeVideo, 0);
     }
 
-    ScratchFolder m_folder;
     AVMutableComposition m_composition;
     AVAssetTrackRef m_video;
     AVAssetTrackRef m_audio;
@@ -150,12 +145,8 @@ TEST_F(CompositionTest, APieceOfAScaledStretchKeepsItsSpeed) {
 }
 
 TEST_F(CompositionTest, ATracksFactsFollowWhatIsInIt) {
-    makeClip(
-        m_folder.file("turned.mov"),
-        {.width = 64, .height = 48, .frames = 3, .frameRate = {25, 1}, .orientation = Orientation::Rotate90});
-    const auto turned = AVAsset::assetWithURL(URL::fileURLWithPath(m_folder.file("turned.mov")))
-                            ->tracksWithMediaType(AVMediaTypeVideo)
-                            .at(0);
+    const auto turned = makeVideoTrack(
+        "turned.mov", {.frames = 3, .frameRate = {25, 1}, .orientation = Orientation::Rotate90});
     const auto track = newTrack();
     EXPECT_EQ(track->naturalTimeScale(), 600);
     EXPECT_TRUE(CMTIMERANGE_IS_EMPTY(track->timeRange()));

@@ -1,22 +1,13 @@
-#include "Platform/AVFoundation/AVAsset.h"
-#include "Platform/AVFoundation/AVAssetWriter.h"
-#include "Platform/AVFoundation/AVAssetWriterInputPixelBufferAdaptor.h"
 #include "Platform/AVFoundation/AVError.h"
-#include "Platform/AVFoundation/AVVideoSettings.h"
-#include "Tests/Support/ClipMaker.h"
+#include "Tests/Platform/AVFoundation/WriterTest.h"
+#include "Tests/Support/FileSizeLimit.h"
 #include "Tests/Support/MovieBoxes.h"
 #include "Tests/Support/MovieReader.h"
-#include "Tests/Support/ScratchFolder.h"
 
 #include <algorithm>
-#include <csignal>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
-#include <future>
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <sys/resource.h>
 
 namespace anadrome {
 
@@ -58,57 +49,25 @@ Json askExiftool(const std::string& path) {
     return ask("exiftool -j -G1 -n", path).at(0);
 }
 
-class MetadataTest : public ::testing::Test {
+class MetadataTest : public WriterTest {
 protected:
-    std::string path(const std::string& name) const { return m_folder.file(name); }
-
     Items metadataOf(const std::string& name) const {
         return AVAsset::assetWithURL(URL::fileURLWithPath(path(name)))->metadata();
     }
 
-    /// Writes three pictures, after the writer was prepared.
-    std::shared_ptr<AVAssetWriter> write(const std::string& name, const Items& metadata,
-                                         bool indexFirst = false) const {
-        const bool quickTime = name.ends_with(".mov");
-        const auto writer = *AVAssetWriter::assetWriterWithURL(
-            URL::fileURLWithPath(path(name)), quickTime ? AVFileTypeQuickTimeMovie : AVFileTypeMPEG4);
-        writer->setMetadata(metadata);
-        writer->setShouldOptimizeForNetworkUse(indexFirst);
-        const auto input = std::make_shared<AVAssetWriterInput>(
-            AVMediaTypeVideo, Dictionary{{AVVideoCodecKey, AVVideoCodecTypeHEVC},
-                                         {AVVideoWidthKey, 64},
-                                         {AVVideoHeightKey, 64}});
-        writer->addInput(input);
-        AVAssetWriterInputPixelBufferAdaptor adaptor(input, Dictionary{});
-        writer->startWriting();
-        writer->startSessionAtSourceTime(kCMTimeZero);
-        for (int i = 0; i < 3; ++i)
-            adaptor.appendPixelBuffer(greyPicture(), CMTimeMake(i, 30));
-        std::promise<void> done;
-        writer->finishWritingWithCompletionHandler([&] { done.set_value(); });
-        done.get_future().wait();
-        return writer;
+    AVAssetWriterStatus write(const std::string& name, const Items& metadata, bool indexFirst = false) {
+        prepare(name);
+        m_writer->setMetadata(metadata);
+        m_writer->setShouldOptimizeForNetworkUse(indexFirst);
+        start();
+        appendMany(3);
+        return finish();
     }
 
-    void expectMovie(const std::string& name, const Items& metadata, bool indexFirst = false) const {
-        const auto writer = write(name, metadata, indexFirst);
-        ASSERT_EQ(writer->status(), AVAssetWriterStatus::completed) << describe(writer->error());
+    void expectMovie(const std::string& name, const Items& metadata, bool indexFirst = false) {
+        ASSERT_EQ(write(name, metadata, indexFirst), AVAssetWriterStatus::completed)
+            << describe(m_writer->error());
         EXPECT_EQ(readMovie(path(name)).video.at(0).frames.size(), 3U);
-    }
-
-    ScratchFolder m_folder;
-
-private:
-    static CVPixelBufferRef greyPicture() {
-        CVPixelBufferRef pixels;
-        CVPixelBufferCreate(64, 64, kCVPixelFormatType_420YpCbCr8BiPlanarVideoRange, {}, &pixels);
-        CVPixelBufferLockBaseAddress(pixels, 0);
-        for (std::size_t plane = 0; plane < 2; ++plane)
-            std::memset(CVPixelBufferGetBaseAddressOfPlane(pixels, plane), 128,
-                        CVPixelBufferGetBytesPerRowOfPlane(pixels, plane) *
-                            CVPixelBufferGetHeightOfPlane(pixels, plane));
-        CVPixelBufferUnlockBaseAddress(pixels, 0);
-        return pixels;
     }
 };
 
@@ -136,8 +95,7 @@ const struct Fact {
     {AVMetadataQuickTimeMetadataKeyComment, "Café 🎬", "comment", "cmt", "Keys:Comment", "Café 🎬", "Comment"},
     {AVMetadataQuickTimeMetadataKeyDescription, "Up, \"down\"", "description", "", "Keys:Description",
      "Up, \"down\"", "Description"},
-    {"com.android.version", "12.1", "", "", "Keys:AndroidVersion", "12.1", "com_android_version"},
-};
+    {"com.android.version", "12.1", "", "", "Keys:AndroidVersion", "12.1", "com_android_version"}};
 
 /// The forms in which clips come: keys, user data alone, and tags with user data for the rest.
 enum class Form { keys, userData, tags };
@@ -156,7 +114,7 @@ bool has(Form form, const Fact& fact) {
 }
 
 void makeSource(const std::string& path, Form form) {
-    ClipOptions options{.width = 64, .height = 48, .frames = 2, .keyedMetadata = form == Form::keys};
+    ClipOptions options{.frames = 2, .keyedMetadata = form == Form::keys};
     options.metadata["creation_time"] = "2021-05-25T16:21:51.000000Z";
     std::vector<const Fact*> userData;
     for (const Fact& fact : facts) {
@@ -219,7 +177,7 @@ TEST_F(MetadataTest, WhatAPhoneSaidArrivesInEitherContainerForEveryReader) {
 }
 
 TEST_F(MetadataTest, ATextIsListedOnceInEachLanguageAndNothingElseIs) {
-    makeClip(path("clip.mov"), {.width = 64, .height = 48, .frames = 2});
+    makeClip(path("clip.mov"), {.frames = 2});
     addUserData(path("clip.mov"), "nam", "Tower", "eng");
     addUserData(path("clip.mov"), "nam", "塔", "jpn");
     addUserData(path("clip.mov"), "ART", "One", "eng");
@@ -236,11 +194,9 @@ TEST_F(MetadataTest, ATextIsListedOnceInEachLanguageAndNothingElseIs) {
 }
 
 TEST_F(MetadataTest, TheKeyIsBelievedBeforeUserDataOfTheSameMeaning) {
-    makeClip(path("clip.mp4"), {.width = 64,
-                                .height = 48,
-                                .frames = 2,
-                                .keyedMetadata = true,
-                                .metadata = {{AVMetadataQuickTimeMetadataKeyModel, "exact"}}});
+    makeClip(
+        path("clip.mp4"),
+        {.frames = 2, .keyedMetadata = true, .metadata = {{AVMetadataQuickTimeMetadataKeyModel, "exact"}}});
     addUserData(path("clip.mp4"), "mod", "about");
     addUserData(path("clip.mp4"), "xyz", "+35.6586+139.7454/Tokyo");
     EXPECT_EQ(metadataOf("clip.mp4"),
@@ -312,16 +268,9 @@ TEST_F(MetadataTest, TheIndexStandsFirstWhenAskedFor) {
 
 TEST_F(MetadataTest, ADiskThatFillsUpWhileTheIndexMovesFailsTheWriter) {
     expectMovie("whole.mp4", {});
-    const auto before = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit old{};
-    ::getrlimit(RLIMIT_FSIZE, &old);
-    const rlimit tight{std::filesystem::file_size(path("whole.mp4")) - 100, old.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &tight);
-    const auto writer = write("cut.mp4", {}, true);
-    ::setrlimit(RLIMIT_FSIZE, &old);
-    std::signal(SIGXFSZ, before);
-    EXPECT_EQ(writer->status(), AVAssetWriterStatus::failed);
-    EXPECT_EQ(writer->error().value().code(), AVErrorDiskFull);
+    const FileSizeLimit full(std::filesystem::file_size(path("whole.mp4")) - 100);
+    EXPECT_EQ(write("cut.mp4", {}, true), AVAssetWriterStatus::failed);
+    EXPECT_EQ(m_writer->error().value().code(), AVErrorDiskFull);
 }
 
 } // namespace anadrome

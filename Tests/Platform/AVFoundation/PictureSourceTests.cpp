@@ -2,12 +2,10 @@
 #include "Platform/AVFoundation/Playback/PictureDecoder.h"
 #include "Platform/AVFoundation/Playback/PictureSource.h"
 #include "Tests/Platform/AVFoundation/PixelNumbers.h"
-#include "Tests/Support/ClipMaker.h"
-#include "Tests/Support/ScratchFolder.h"
+#include "Tests/Support/ClipTest.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <gtest/gtest.h>
 #include <numeric>
 
 namespace anadrome::playback {
@@ -66,21 +64,12 @@ std::vector<int> downFrom(int first) {
     return numbers;
 }
 
-class PictureSourceTest : public ::testing::Test {
-protected:
-    std::string clip(const std::string& name, const ClipOptions& options) {
-        makeClip(m_folder.file(name), options);
-        return m_folder.file(name);
-    }
-    ScratchFolder m_folder;
-};
+using PictureSourceTest = ClipTest;
 
 } // namespace
 
 TEST_F(PictureSourceTest, HandsOutEveryPictureOnceEitherWayFromAnyPlaceInBoundedMemory) {
-    constexpr int width = 128;
-    constexpr int height = 96;
-    constexpr std::size_t pictureBytes = width * height * 3 / 2;
+    const std::size_t pictureBytes = 128 * 96 * 3 / 2;
     const struct {
         const char* name;
         ClipOptions options;
@@ -104,9 +93,7 @@ TEST_F(PictureSourceTest, HandsOutEveryPictureOnceEitherWayFromAnyPlaceInBounded
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        ClipOptions options = row.options;
-        options.width = width;
-        options.height = height;
+        const ClipOptions& options = row.options;
         const std::string path = clip(row.name, options);
         const std::size_t depthBytes = options.pixelFormat == "yuv420p" ? 1 : 2;
         const std::size_t mostBytes = 40 * pictureBytes * depthBytes;
@@ -134,7 +121,7 @@ TEST_F(PictureSourceTest, HandsOutEveryPictureOnceEitherWayFromAnyPlaceInBounded
 }
 
 TEST_F(PictureSourceTest, APictureIsDueWhenPlayComesToItsNearEdge) {
-    const std::string path = clip("plain.mp4", {.width = 64, .height = 48, .frames = 60});
+    const std::string path = clip("plain.mp4", {.frames = 60});
     const CMTime inside = CMTimeMake(301, 300); // in picture 30, of a thirtieth of a second
     for (const auto& [direction, step] :
          {std::pair(Direction::forwards, 1), std::pair(Direction::backwards, -1)}) {
@@ -149,7 +136,7 @@ TEST_F(PictureSourceTest, APictureIsDueWhenPlayComesToItsNearEdge) {
 }
 
 TEST_F(PictureSourceTest, LeavesOutWhatPlayHasPassedBetweenTwoPictures) {
-    const std::string path = clip("groups.mp4", {.width = 64, .height = 48, .frames = 240, .gop = 30});
+    const std::string path = clip("groups.mp4", {.frames = 240, .gop = 30});
     const CMTime middle = CMTimeMake(1205, 300); // in picture 120
     for (const auto& [direction, step] :
          {std::pair(Direction::forwards, 1), std::pair(Direction::backwards, -1)}) {
@@ -179,7 +166,7 @@ TEST_F(PictureSourceTest, ScaledPicturesStillTellTheirNumber) {
 }
 
 TEST_F(PictureSourceTest, AFileThatBreaksOffPlaysBackwardsFromWhatThereIs) {
-    const std::string path = clip("broken.ts", {.width = 128, .height = 96, .frames = 120, .gop = 30});
+    const std::string path = clip("broken.ts", {.frames = 120, .gop = 30});
     std::filesystem::resize_file(path, std::filesystem::file_size(path) / 2);
     OpenSource forwards(path, kCMTimeZero, Direction::forwards, 1 << 20);
     std::vector<int> numbers = forwards.rest();

@@ -1,13 +1,12 @@
 #include "Platform/AVFoundation/AVAssetReader.h"
 #include "Platform/AVFoundation/AVAudioSettings.h"
-#include "Tests/Support/ClipMaker.h"
-#include "Tests/Support/PictureReading.h"
-#include "Tests/Support/ScratchFolder.h"
+#include "Tests/Platform/AVFoundation/MediaTest.h"
+#include "Tests/Platform/AVFoundation/PixelNumbers.h"
 #include "Tests/Support/SoundMeasure.h"
 #include "Tests/Support/ToneTrack.h"
 
 #include <filesystem>
-#include <gtest/gtest.h>
+#include <numeric>
 
 namespace anadrome {
 
@@ -40,37 +39,7 @@ struct OpenClip {
     std::shared_ptr<AVAssetReaderTrackOutput> audio;
 };
 
-/// The top eight bits of a buffer's luma.
-std::vector<std::uint8_t> lumaOf(const CVPixelBufferRef& pixels) {
-    const std::size_t width = CVPixelBufferGetWidth(pixels);
-    const std::size_t height = CVPixelBufferGetHeight(pixels);
-    const bool wide =
-        CVPixelBufferGetPixelFormatType(pixels) == kCVPixelFormatType_420YpCbCr10BiPlanarVideoRange;
-    std::vector<std::uint8_t> luma;
-    CVPixelBufferLockBaseAddress(pixels, kCVPixelBufferLock_ReadOnly);
-    const auto* base = static_cast<const std::uint8_t*>(CVPixelBufferGetBaseAddressOfPlane(pixels, 0));
-    for (std::size_t y = 0; y < height; ++y)
-        for (std::size_t x = 0; x < width; ++x)
-            luma.push_back(base[y * CVPixelBufferGetBytesPerRowOfPlane(pixels, 0) + (wide ? 2 * x + 1 : x)]);
-    CVPixelBufferUnlockBaseAddress(pixels, kCVPixelBufferLock_ReadOnly);
-    return luma;
-}
-
-std::optional<int> numberOf(const CMSampleBufferRef& sample) {
-    const CVPixelBufferRef pixels = CMSampleBufferGetImageBuffer(sample);
-    const std::vector<std::uint8_t> luma = lumaOf(pixels);
-    const int width = static_cast<int>(CVPixelBufferGetWidth(pixels));
-    return readFrameNumber({luma.data(), width, width, static_cast<int>(CVPixelBufferGetHeight(pixels))});
-}
-
-class ReaderTest : public ::testing::Test {
-protected:
-    std::string clip(const std::string& name, const ClipOptions& options) {
-        makeClip(m_folder.file(name), options);
-        return m_folder.file(name);
-    }
-    ScratchFolder m_folder;
-};
+using ReaderTest = MediaTest;
 
 } // namespace
 
@@ -84,8 +53,7 @@ TEST_F(ReaderTest, GivesEveryFrameInPresentationOrderWithItsExactTime) {
         {"ntsc.mov", {.frames = 31, .frameRate = {30000, 1001}, .bFrames = 2}},
         {"late.mp4", {.frames = 20, .startSeconds = 10}},
         {"odd.mkv", {.width = 161, .height = 97, .frames = 10, .pixelFormat = "yuv444p"}},
-        {"interlaced.mp4",
-         {.width = 320, .height = 240, .frames = 12, .pixelFormat = "yuv422p", .interlaced = true}},
+        {"interlaced.mp4", {.frames = 12, .pixelFormat = "yuv422p", .interlaced = true}},
         {"frames.mov", {.frames = 8, .videoCodec = "prores_ks", .pixelFormat = "yuv422p10le"}},
         {"pictures.avi", {.frames = 8, .videoCodec = "mjpeg", .pixelFormat = "yuvj420p"}},
         {"broadcast.ts", {.frames = 25, .frameRate = {25, 1}, .bFrames = 2}},
@@ -100,7 +68,7 @@ TEST_F(ReaderTest, GivesEveryFrameInPresentationOrderWithItsExactTime) {
             const double expected = row.options.startSeconds + count / rate;
             ASSERT_NEAR(CMTimeGetSeconds(CMSampleBufferGetPresentationTimeStamp(sample)), expected, 0.001)
                 << count;
-            ASSERT_EQ(numberOf(sample), count);
+            ASSERT_EQ(numberIn(CMSampleBufferGetImageBuffer(sample)), count);
             ++count;
         }
         EXPECT_EQ(count, row.options.frames);
@@ -117,7 +85,7 @@ TEST_F(ReaderTest, TenBitClipsKeepTheirTopBitsAndColour) {
     ASSERT_TRUE(open.reader->startReading());
     const CMSampleBufferRef sample = open.video->copyNextSampleBuffer();
     ASSERT_TRUE(sample);
-    EXPECT_EQ(numberOf(sample), 0);
+    EXPECT_EQ(numberIn(CMSampleBufferGetImageBuffer(sample)), 0);
     const Dictionary attachments =
         CVBufferCopyAttachments(CMSampleBufferGetImageBuffer(sample), kCVAttachmentMode_ShouldPropagate);
     ASSERT_TRUE(findString(attachments, kCVImageBufferTransferFunctionKey));
@@ -126,20 +94,13 @@ TEST_F(ReaderTest, TenBitClipsKeepTheirTopBitsAndColour) {
 }
 
 TEST_F(ReaderTest, FullRangePicturesComeInVideoRange) {
-    const struct {
-        const char* name;
-        bool fullRange;
-    } rows[] = {{"full.mp4", true}, {"video.mp4", false}};
-    double means[2] = {};
-    for (std::size_t i = 0; i < 2; ++i) {
-        OpenClip open(clip(rows[i].name, {.frames = 2, .fullRange = rows[i].fullRange, .quality = 10}));
-        ASSERT_TRUE(open.reader->startReading());
+    const auto meanLuma = [&](bool fullRange) {
+        OpenClip open(clip("clip.mp4", {.frames = 2, .fullRange = fullRange, .quality = 10}));
+        EXPECT_TRUE(open.reader->startReading());
         const auto luma = lumaOf(CMSampleBufferGetImageBuffer(open.video->copyNextSampleBuffer()));
-        for (const std::uint8_t value : luma)
-            means[i] += value;
-        means[i] /= static_cast<double>(luma.size());
-    }
-    EXPECT_NEAR(means[0], means[1], 1.0);
+        return std::accumulate(luma.begin(), luma.end(), 0.0) / static_cast<double>(luma.size());
+    };
+    EXPECT_NEAR(meanLuma(true), meanLuma(false), 1.0);
 }
 
 TEST_F(ReaderTest, SoundComesAfterAllPicturesWithoutHoldingThemUp) {
@@ -162,7 +123,7 @@ TEST_F(ReaderTest, SoundComesAfterAllPicturesWithoutHoldingThemUp) {
     EXPECT_EQ(open.reader->status(), AVAssetReaderStatus::completed);
     EXPECT_NEAR(sound.seconds(), 3.0, 0.001);
     for (int channel = 0; channel < 2; ++channel)
-        EXPECT_NEAR(dominantFrequency(sound, channel, 1.2, 0.6).value_or(0), toneFrequency(1, channel, 2), 3);
+        EXPECT_NEAR(toneIn(sound, channel, 1.2, 0.6).value_or(0), toneFrequency(1, channel, 2), 3);
 }
 
 TEST_F(ReaderTest, CancelEndsReadingAtOnce) {

@@ -1,18 +1,11 @@
-#include "Platform/AVFoundation/AVAssetWriter.h"
-#include "Platform/AVFoundation/AVAssetWriterInputPixelBufferAdaptor.h"
-#include "Platform/AVFoundation/AVAudioSettings.h"
 #include "Platform/AVFoundation/AVError.h"
-#include "Platform/AVFoundation/AVVideoSettings.h"
+#include "Tests/Platform/AVFoundation/WriterTest.h"
 #include "Tests/Support/MovieReader.h"
-#include "Tests/Support/ScratchFolder.h"
 #include "Tests/Support/ToneTrack.h"
 
 #include <cmath>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <future>
-#include <gtest/gtest.h>
 #include <thread>
 
 namespace anadrome {
@@ -20,36 +13,6 @@ namespace anadrome {
 using namespace testing_support;
 
 namespace {
-
-Dictionary videoSettings(double width, double height) {
-    return {{AVVideoCodecKey, AVVideoCodecTypeHEVC},
-            {AVVideoWidthKey, width},
-            {AVVideoHeightKey, height},
-            {AVVideoCompressionPropertiesKey, Dictionary{{AVVideoAverageBitRateKey, 500000}}}};
-}
-
-const Dictionary aacSettings{{AVFormatIDKey, kAudioFormatMPEG4AAC},
-                             {AVSampleRateKey, 44100},
-                             {AVNumberOfChannelsKey, 2},
-                             {AVEncoderBitRateKey, 128000}};
-
-/// A plain picture: luma as given, chroma as given.
-CVPixelBufferRef plainPicture(std::size_t width, std::size_t height, int luma, int cb = 128, int cr = 128) {
-    CVPixelBufferRef pixels;
-    CVPixelBufferCreate(width, height, kCVPixelFormatType_420YpCbCr8BiPlanarVideoRange, {}, &pixels);
-    CVPixelBufferLockBaseAddress(pixels, 0);
-    auto* y = static_cast<std::uint8_t*>(CVPixelBufferGetBaseAddressOfPlane(pixels, 0));
-    auto* c = static_cast<std::uint8_t*>(CVPixelBufferGetBaseAddressOfPlane(pixels, 1));
-    std::memset(y, luma, CVPixelBufferGetBytesPerRowOfPlane(pixels, 0) * height);
-    const std::size_t chromaBytes =
-        CVPixelBufferGetBytesPerRowOfPlane(pixels, 1) * CVPixelBufferGetHeightOfPlane(pixels, 1);
-    for (std::size_t i = 0; i + 1 < chromaBytes; i += 2) {
-        c[i] = static_cast<std::uint8_t>(cb);
-        c[i + 1] = static_cast<std::uint8_t>(cr);
-    }
-    CVPixelBufferUnlockBaseAddress(pixels, 0);
-    return pixels;
-}
 
 /// A run of 16-bit sound of the project's test tones, without times.
 std::vector<CMSampleBufferRef> tones(int rate, int channels, double seconds) {
@@ -74,49 +37,17 @@ std::vector<CMSampleBufferRef> tones(int rate, int channels, double seconds) {
     return buffers;
 }
 
-class WriterTest : public ::testing::Test {
-protected:
-    std::string path(const char* name = "out.mov") const { return m_folder.file(name); }
-
-    void begin(const CMTime& start, Dictionary video, bool withSound = false, const char* name = "out.mov") {
-        m_writer =
-            *AVAssetWriter::assetWriterWithURL(URL::fileURLWithPath(path(name)), AVFileTypeQuickTimeMovie);
-        m_video = std::make_shared<AVAssetWriterInput>(AVMediaTypeVideo, std::move(video));
-        m_writer->addInput(m_video);
-        if (withSound) {
-            m_sound = std::make_shared<AVAssetWriterInput>(AVMediaTypeAudio, aacSettings);
-            m_writer->addInput(m_sound);
-        }
-        m_adaptor = std::make_unique<AVAssetWriterInputPixelBufferAdaptor>(m_video, Dictionary{});
-        m_started = m_writer->startWriting();
-        if (m_started)
-            m_writer->startSessionAtSourceTime(start);
-    }
-    AVAssetWriterStatus finish() {
-        std::promise<void> done;
-        m_writer->finishWritingWithCompletionHandler([&] { done.set_value(); });
-        done.get_future().wait();
-        return m_writer->status();
-    }
-
-    ScratchFolder m_folder;
-    std::shared_ptr<AVAssetWriter> m_writer;
-    std::shared_ptr<AVAssetWriterInput> m_video;
-    std::shared_ptr<AVAssetWriterInput> m_sound;
-    std::unique_ptr<AVAssetWriterInputPixelBufferAdaptor> m_adaptor;
-    bool m_started = false;
-};
-
 } // namespace
 
 TEST_F(WriterTest, KeepsUnevenTimesAndALateStartToTheTick) {
     const std::int64_t ticks[] = {4000, 4003, 4100, 4101, 4500};
-    begin(CMTimeMake(ticks[0], 1000), videoSettings(96, 64));
+    prepare("out.mov");
+    start(CMTimeMake(ticks[0], 1000));
     for (const std::int64_t tick : ticks)
-        EXPECT_TRUE(m_adaptor->appendPixelBuffer(plainPicture(96, 64, 100), CMTimeMake(tick, 1000)));
+        EXPECT_TRUE(append(CMTimeMake(tick, 1000)));
     ASSERT_EQ(finish(), AVAssetWriterStatus::completed);
 
-    const VideoFacts video = readMovie(path()).video.at(0);
+    const VideoFacts video = readMovie(path("out.mov")).video.at(0);
     ASSERT_EQ(video.frames.size(), std::size(ticks));
     for (std::size_t i = 0; i < std::size(ticks); ++i)
         EXPECT_NEAR(video.frames[i].seconds, static_cast<double>(ticks[i]) / 1000, 1e-6);
@@ -130,15 +61,13 @@ TEST_F(WriterTest, TakesEverySizeAndScalesBuffersOfAnother) {
         std::size_t width, height, bufferWidth, bufferHeight;
     } rows[] = {{96, 64, 96, 64}, {97, 65, 97, 65}, {16, 16, 16, 16}, {34, 18, 34, 18}, {192, 64, 96, 64}};
     for (const auto& row : rows) {
-        SCOPED_TRACE(std::to_string(row.width) + "x" + std::to_string(row.height));
         const std::string name = std::to_string(row.width) + "x" + std::to_string(row.height) + ".mov";
-        begin(kCMTimeZero, videoSettings(static_cast<double>(row.width), static_cast<double>(row.height)),
-              false, name.c_str());
-        for (int i = 0; i < 3; ++i)
-            m_adaptor->appendPixelBuffer(plainPicture(row.bufferWidth, row.bufferHeight, 180),
-                                         CMTimeMake(i, 30));
+        SCOPED_TRACE(name);
+        prepare(name, videoSettings(static_cast<double>(row.width), static_cast<double>(row.height)));
+        start();
+        appendMany(3, plainPicture(row.bufferWidth, row.bufferHeight, 180));
         ASSERT_EQ(finish(), AVAssetWriterStatus::completed) << describe(m_writer->error());
-        const VideoFacts video = readMovie(path(name.c_str())).video.at(0);
+        const VideoFacts video = readMovie(path(name)).video.at(0);
         EXPECT_EQ(video.width, static_cast<int>(row.width + row.width % 2));
         EXPECT_EQ(video.height, static_cast<int>(row.height + row.height % 2));
         ASSERT_EQ(video.frames.size(), 3U);
@@ -147,7 +76,8 @@ TEST_F(WriterTest, TakesEverySizeAndScalesBuffersOfAnother) {
 }
 
 TEST_F(WriterTest, RefusesSettingsThatNoEncoderMeets) {
-    const auto writer = *AVAssetWriter::assetWriterWithURL(URL::fileURLWithPath(path()), AVFileTypeMPEG4);
+    const auto writer =
+        *AVAssetWriter::assetWriterWithURL(URL::fileURLWithPath(path("out.mov")), AVFileTypeMPEG4);
     EXPECT_TRUE(writer->canAddInput(AVAssetWriterInput(AVMediaTypeVideo, videoSettings(16, 16))));
     EXPECT_FALSE(writer->canAddInput(AVAssetWriterInput(AVMediaTypeVideo, videoSettings(64, 8))));
     EXPECT_FALSE(writer->canAddInput(AVAssetWriterInput(AVMediaTypeVideo, {{AVVideoCodecKey, "avc1"}})));
@@ -161,20 +91,18 @@ TEST_F(WriterTest, ConvertsPicturesToTheColourThatTheMovieIsTaggedWith) {
                      Dictionary{{AVVideoColorPrimariesKey, AVVideoColorPrimaries_ITU_R_709_2},
                                 {AVVideoTransferFunctionKey, AVVideoTransferFunction_ITU_R_709_2},
                                 {AVVideoYCbCrMatrixKey, AVVideoYCbCrMatrix_ITU_R_709_2}});
-    begin(kCMTimeZero, settings);
-    for (int i = 0; i < 3; ++i) {
-        // Pure red of BT.601.
-        CVPixelBufferRef red = plainPicture(96, 64, 81, 90, 240);
-        CVBufferSetAttachments(
-            red,
-            {{kCVImageBufferColorPrimariesKey, kCVImageBufferColorPrimaries_ITU_R_709_2},
-             {kCVImageBufferTransferFunctionKey, kCVImageBufferTransferFunction_ITU_R_709_2},
-             {kCVImageBufferYCbCrMatrixKey, kCVImageBufferYCbCrMatrix_ITU_R_601_4}},
-            kCVAttachmentMode_ShouldPropagate);
-        m_adaptor->appendPixelBuffer(red, CMTimeMake(i, 30));
-    }
+    prepare("out.mov", settings);
+    start();
+    // Pure red of BT.601.
+    CVPixelBufferRef red = plainPicture(96, 64, 81, 90, 240);
+    CVBufferSetAttachments(red,
+                           {{kCVImageBufferColorPrimariesKey, kCVImageBufferColorPrimaries_ITU_R_709_2},
+                            {kCVImageBufferTransferFunctionKey, kCVImageBufferTransferFunction_ITU_R_709_2},
+                            {kCVImageBufferYCbCrMatrixKey, kCVImageBufferYCbCrMatrix_ITU_R_601_4}},
+                           kCVAttachmentMode_ShouldPropagate);
+    appendMany(3, red);
     ASSERT_EQ(finish(), AVAssetWriterStatus::completed);
-    const VideoFacts video = readMovie(path()).video.at(0);
+    const VideoFacts video = readMovie(path("out.mov")).video.at(0);
     EXPECT_EQ(video.matrix, "bt709");
     EXPECT_EQ(video.primaries, "bt709");
     EXPECT_EQ(video.transfer, "bt709");
@@ -186,16 +114,16 @@ TEST_F(WriterTest, ConvertsPicturesToTheColourThatTheMovieIsTaggedWith) {
 TEST_F(WriterTest, SoundWithoutTimesIsLaidEndToEndAndStartsOnTime) {
     const struct { int rate, channels; } rows[] = {{48000, 2}, {44100, 1}, {22050, 2}, {48000, 6}};
     for (const auto& row : rows) {
-        SCOPED_TRACE(std::to_string(row.rate) + " Hz, " + std::to_string(row.channels));
         const std::string name = std::to_string(row.rate) + "-" + std::to_string(row.channels) + ".mov";
-        begin(kCMTimeZero, videoSettings(64, 64), true, name.c_str());
-        for (int i = 0; i < 75; ++i)
-            m_adaptor->appendPixelBuffer(plainPicture(64, 64, 100), CMTimeMake(i, 25));
+        SCOPED_TRACE(name);
+        prepare(name, videoSettings(64, 64), true);
+        start();
+        appendMany(90);
         for (const CMSampleBufferRef& buffer : tones(row.rate, row.channels, 3))
             m_sound->appendSampleBuffer(buffer);
         ASSERT_EQ(finish(), AVAssetWriterStatus::completed) << describe(m_writer->error());
 
-        const MovieFacts movie = readMovie(path(name.c_str()));
+        const MovieFacts movie = readMovie(path(name));
         const SoundFacts& sound = movie.sound.at(0);
         EXPECT_EQ(sound.sampleRate, 44100);
         EXPECT_EQ(sound.channelCount, 2);
@@ -204,7 +132,7 @@ TEST_F(WriterTest, SoundWithoutTimesIsLaidEndToEndAndStartsOnTime) {
         if (row.channels > 2)
             continue;
         for (int second = 0; second < 3; ++second)
-            EXPECT_NEAR(dominantFrequency(sound.sound, 0, second + 0.2, 0.6).value_or(0),
+            EXPECT_NEAR(toneIn(sound.sound, 0, second + 0.2, 0.6).value_or(0),
                         toneFrequency(second, 0, row.channels), 4);
         // Half of full scale, whatever the number of channels.
         EXPECT_NEAR(level(sound.sound, 0, 0.5, 2).value_or(-200), -9.0, 0.6);
@@ -214,51 +142,53 @@ TEST_F(WriterTest, SoundWithoutTimesIsLaidEndToEndAndStartsOnTime) {
 }
 
 TEST_F(WriterTest, ATrackWithoutSamplesIsNoFailureButAMovieWithoutAnyIs) {
-    begin(kCMTimeZero, videoSettings(64, 64), true, "silent.mov");
-    for (int i = 0; i < 5; ++i)
-        m_adaptor->appendPixelBuffer(plainPicture(64, 64, 100), CMTimeMake(i, 30));
+    prepare("silent.mov", videoSettings(64, 64), true);
+    start();
+    appendMany(5);
     m_sound->markAsFinished();
     EXPECT_EQ(finish(), AVAssetWriterStatus::completed);
     const MovieFacts movie = readMovie(path("silent.mov"));
     EXPECT_EQ(movie.video.at(0).frames.size(), 5U);
     EXPECT_TRUE(movie.sound.empty());
 
-    begin(kCMTimeZero, videoSettings(64, 64), false, "nothing.mov");
+    prepare("nothing.mov");
+    start();
     EXPECT_EQ(finish(), AVAssetWriterStatus::failed);
     EXPECT_TRUE(m_writer->error());
 }
 
 TEST_F(WriterTest, AnExistingFileStaysAsItIs) {
-    std::ofstream(path()) << "precious";
-    begin(kCMTimeZero, videoSettings(64, 64));
-    EXPECT_FALSE(m_started);
+    std::ofstream(path("out.mov")) << "precious";
+    prepare("out.mov");
+    EXPECT_FALSE(start());
     EXPECT_EQ(m_writer->status(), AVAssetWriterStatus::failed);
     EXPECT_EQ(m_writer->error()->code(), AVErrorFileAlreadyExists);
-    EXPECT_FALSE(m_adaptor->appendPixelBuffer(plainPicture(64, 64, 0), kCMTimeZero));
+    EXPECT_FALSE(append(kCMTimeZero));
     EXPECT_EQ(finish(), AVAssetWriterStatus::failed);
     std::string content;
-    std::ifstream(path()) >> content;
+    std::ifstream(path("out.mov")) >> content;
     EXPECT_EQ(content, "precious");
 }
 
 TEST_F(WriterTest, TimesThatDoNotRiseFailTheWriter) {
     for (const CMTime& second : {CMTimeMake(1, 30), kCMTimeInvalid, kCMTimeZero}) {
-        const std::string name = std::to_string(second.value) + "-" + std::to_string(second.flags) + ".mov";
-        begin(kCMTimeZero, videoSettings(64, 64), false, name.c_str());
-        EXPECT_TRUE(m_adaptor->appendPixelBuffer(plainPicture(64, 64, 0), CMTimeMake(1, 30)));
-        EXPECT_FALSE(m_adaptor->appendPixelBuffer(plainPicture(64, 64, 0), second));
+        prepare(std::to_string(second.value) + "-" + std::to_string(second.flags) + ".mov");
+        start();
+        EXPECT_TRUE(append(CMTimeMake(1, 30)));
+        EXPECT_FALSE(append(second));
         EXPECT_EQ(finish(), AVAssetWriterStatus::failed);
     }
 }
 
 TEST_F(WriterTest, AnInputWaitsForTheOtherAndNotForOneThatHasEnded) {
-    begin(kCMTimeZero, videoSettings(64, 64), true);
+    prepare("out.mov", videoSettings(64, 64), true);
+    start();
     int frames = 0;
     const auto feedForAWhile = [&] {
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
         while (std::chrono::steady_clock::now() < deadline && frames < 300) {
             if (m_video->isReadyForMoreMediaData())
-                m_adaptor->appendPixelBuffer(plainPicture(64, 64, 100), CMTimeMake(frames++, 30));
+                append(CMTimeMake(frames++, 30));
             else
                 std::this_thread::yield();
         }
@@ -273,7 +203,8 @@ TEST_F(WriterTest, AnInputWaitsForTheOtherAndNotForOneThatHasEnded) {
 }
 
 TEST_F(WriterTest, TheRequestBlockRunsUntilTheInputIsFinishedAndNeverAfter) {
-    begin(kCMTimeZero, videoSettings(64, 64));
+    prepare("out.mov");
+    start();
     const DispatchQueue queue = DispatchQueue::serial("test");
     std::promise<void> fed;
     std::atomic<int> runsAfterEnd = 0;
@@ -285,8 +216,7 @@ TEST_F(WriterTest, TheRequestBlockRunsUntilTheInputIsFinishedAndNeverAfter) {
         while (frame < 40) {
             if (!m_video->isReadyForMoreMediaData())
                 return;
-            m_adaptor->appendPixelBuffer(plainPicture(64, 64, frame), CMTimeMake(frame, 30));
-            ++frame;
+            append(CMTimeMake(frame++, 30));
         }
         m_video->markAsFinished();
         ended = true;
@@ -298,15 +228,16 @@ TEST_F(WriterTest, TheRequestBlockRunsUntilTheInputIsFinishedAndNeverAfter) {
     queue.async([&] { drained.set_value(); });
     drained.get_future().wait();
     EXPECT_EQ(runsAfterEnd, 0);
-    EXPECT_EQ(readMovie(path()).video.at(0).frames.size(), 40U);
+    EXPECT_EQ(readMovie(path("out.mov")).video.at(0).frames.size(), 40U);
 }
 
 TEST_F(WriterTest, CancellingRemovesTheFile) {
-    begin(kCMTimeZero, videoSettings(64, 64));
-    m_adaptor->appendPixelBuffer(plainPicture(64, 64, 0), kCMTimeZero);
+    prepare("out.mov");
+    start();
+    append(kCMTimeZero);
     m_writer->cancelWriting();
     EXPECT_EQ(m_writer->status(), AVAssetWriterStatus::cancelled);
-    EXPECT_FALSE(std::filesystem::exists(path()));
+    EXPECT_FALSE(std::filesystem::exists(path("out.mov")));
 }
 
 } // namespace anadrome

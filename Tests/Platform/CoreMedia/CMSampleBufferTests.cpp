@@ -34,15 +34,13 @@ bool isTime(const CMTime& time, const CMTime& expected) {
 } // namespace
 
 TEST(CMSampleBuffer, TakesNoneOneOrAsManyEntriesAsSamples) {
-    struct Case {
+    const struct {
         std::int64_t samples;
         std::size_t timings, sizes;
         OSStatus status;
-    };
-    const Case cases[] = {{3, 0, 0, 0},      {3, 1, 1, 0},      {3, 3, 3, 0},
-                          {0, 0, 0, 0},      {0, 1, 0, 0},      {3, 2, 0, -12738},
-                          {3, 0, 4, -12738}, {1, 2, 0, -12738}, {-1, 0, 0, -12738}};
-    for (const Case& c : cases) {
+    } cases[] = {{3, 0, 0, 0},      {3, 1, 1, 0},      {3, 3, 3, 0},      {0, 0, 0, 0},      {0, 1, 0, 0},
+                 {3, 2, 0, -12738}, {3, 0, 4, -12738}, {1, 2, 0, -12738}, {-1, 0, 0, -12738}};
+    for (const auto& c : cases) {
         const std::vector<CMSampleTimingInfo> timings(c.timings);
         const std::vector<std::size_t> sizes(c.sizes);
         CMSampleBufferRef buffer;

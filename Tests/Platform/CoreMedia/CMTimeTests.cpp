@@ -40,12 +40,11 @@ std::string formOf(const CMTime& time) {
 } // namespace
 
 TEST(CMTime, IsMadeFromSecondsByCuttingTowardZero) {
-    struct Case {
+    const struct {
         double seconds;
         std::int32_t timescale;
         CMTime time;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {2.368, 24, rounded(56, 24)},
         {0.29, 100, rounded(28, 100)},
         {-0.29, 100, rounded(-28, 100)},
@@ -58,7 +57,7 @@ TEST(CMTime, IsMadeFromSecondsByCuttingTowardZero) {
         {std::nan(""), 600, kCMTimeInvalid},
         {1, 0, kCMTimeInvalid},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_FORM(CMTimeMakeWithSeconds(c.seconds, c.timescale), c.time);
     EXPECT_FORM(CMTimeMake(1, 0), kCMTimeInvalid);
 }
@@ -73,12 +72,11 @@ TEST(CMTime, TellsItsSeconds) {
 
 TEST(CMTime, ChangesScaleByEachRoundingMethod) {
     using enum CMTimeRoundingMethod;
-    struct Case {
+    const struct {
         CMTimeRoundingMethod method;
         // Of 5/2, -5/2, 7/3, -7/3 and -1/3 at one in a second, and of -1/3 at ten.
         std::int64_t values[6];
-    };
-    const Case cases[] = {
+    } cases[] = {
         {RoundHalfAwayFromZero, {3, -3, 2, -2, 0, -3}},
         {RoundTowardZero, {2, -2, 2, -2, 0, -3}},
         {RoundAwayFromZero, {3, -3, 3, -3, -1, -4}},
@@ -88,7 +86,7 @@ TEST(CMTime, ChangesScaleByEachRoundingMethod) {
     };
     const CMTime times[] = {CMTimeMake(5, 2),  CMTimeMake(-5, 2), CMTimeMake(7, 3),
                             CMTimeMake(-7, 3), CMTimeMake(-1, 3), CMTimeMake(-1, 3)};
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         for (std::size_t i = 0; i < 6; ++i) {
             const std::int32_t scale = i == 5 ? 10 : 1;
             EXPECT_FORM(CMTimeConvertScale(times[i], scale, c.method), rounded(c.values[i], scale));
@@ -103,10 +101,9 @@ TEST(CMTime, ChangesScaleByEachRoundingMethod) {
 }
 
 TEST(CMTime, AddsExactlyAtTheLeastCommonTimescale) {
-    struct Case {
+    const struct {
         CMTime a, b, sum;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {CMTimeMake(1, 600), CMTimeMake(2, 600), CMTimeMake(3, 600)},
         {CMTimeMake(1, 4), CMTimeMake(1, 6), CMTimeMake(5, 12)},
         {CMTimeMake(1001, 30000), CMTimeMake(1024, 44100), CMTimeMake(249547, 4410000)},
@@ -123,7 +120,7 @@ TEST(CMTime, AddsExactlyAtTheLeastCommonTimescale) {
         {inEpoch(CMTimeMake(1, 2), 3), inEpoch(CMTimeMake(1, 2), 3), CMTimeMake(2, 2)},
         {inEpoch(CMTimeMake(1, 2), 3), inEpoch(CMTimeMake(1, 2), 4), kCMTimeInvalid},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         EXPECT_FORM(CMTimeAdd(c.a, c.b), c.sum);
         EXPECT_FORM(CMTimeAdd(c.b, c.a), c.sum);
     }
@@ -135,10 +132,9 @@ TEST(CMTime, AddsSpecialTimesByTheirPrecedence) {
     const CMTime one = CMTimeMake(1, 1);
     const CMTime &plus = kCMTimePositiveInfinity, &minus = kCMTimeNegativeInfinity;
     const CMTime &invalid = kCMTimeInvalid, &indefinite = kCMTimeIndefinite;
-    struct Case {
+    const struct {
         CMTime a, b, sum, difference;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {invalid, plus, invalid, invalid},
         {indefinite, invalid, invalid, invalid},
         {plus, one, plus, plus},
@@ -151,7 +147,7 @@ TEST(CMTime, AddsSpecialTimesByTheirPrecedence) {
         {indefinite, plus, plus, minus},
         {indefinite, one, indefinite, indefinite},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         EXPECT_FORM(CMTimeAdd(c.a, c.b), c.sum);
         EXPECT_FORM(CMTimeSubtract(c.a, c.b), c.difference);
     }
@@ -216,12 +212,11 @@ TEST(CMTimeRange, IsHalfOpenAndEmptyOnlyWithoutDuration) {
 TEST(CMTimeRange, MapsTimesExactlyAlsoFromFarOutside) {
     const CMTimeRange clip = CMTimeRangeMake(CMTimeMake(1, 1), CMTimeMake(60060, 30000));
     const CMTimeRange squeezed = CMTimeRangeMake(CMTimeMake(3, 1), CMTimeMake(13, 10));
-    struct Case {
+    const struct {
         CMTime time;
         CMTimeRange from, to;
         CMTime mapped;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {CMTimeMake(1, 1), clip, squeezed, CMTimeMake(3, 1)},
         {CMTimeRangeGetEnd(clip), clip, squeezed, CMTimeMake(43, 10)},
         {CMTimeMake(3001, 3000), clip, squeezed, CMTimeAdd(CMTimeMake(3, 1), CMTimeMake(13, 60060))},
@@ -233,7 +228,7 @@ TEST(CMTimeRange, MapsTimesExactlyAlsoFromFarOutside) {
         {CMTimeMake(1, 1), clip, CMTimeRangeMake(kCMTimeZero, kCMTimeZero), kCMTimeInvalid},
         {kCMTimePositiveInfinity, clip, squeezed, kCMTimeInvalid},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(CMTimeCompare(CMTimeMapTimeFromRangeToRange(c.time, c.from, c.to), c.mapped), 0)
             << "time " << CMTimeGetSeconds(c.time);
 
@@ -249,10 +244,9 @@ TEST(CMTimeRange, IntersectsWithAnother) {
         return CMTimeRangeFromTimeToTime(CMTimeMake(start, 1), CMTimeMake(end, 1));
     };
     const CMTimeRange all = CMTimeRangeMake(kCMTimeZero, kCMTimePositiveInfinity);
-    struct Case {
+    const struct {
         CMTimeRange a, b, common;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {between(0, 5), between(3, 8), between(3, 5)},
         {between(0, 9), between(3, 8), between(3, 8)},
         {between(0, 3), between(3, 8), kCMTimeRangeZero},
@@ -261,7 +255,7 @@ TEST(CMTimeRange, IntersectsWithAnother) {
         {all, all, all},
         {all, kCMTimeRangeInvalid, kCMTimeRangeInvalid},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         const CMTimeRange common = CMTimeRangeGetIntersection(c.a, c.b);
         EXPECT_EQ(CMTimeCompare(common.start, c.common.start), 0);
         EXPECT_EQ(CMTimeCompare(common.duration, c.common.duration), 0);

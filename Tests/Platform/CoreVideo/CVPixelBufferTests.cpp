@@ -22,12 +22,11 @@ CVPixelBufferRef make(std::size_t width, std::size_t height, OSType format) {
 } // namespace
 
 TEST(CVPixelBuffer, LaysOutItsPlanesInRowsOfWholeCacheLines) {
-    struct Case {
+    const struct {
         std::size_t width, height;
         OSType format;
         std::size_t lumaRow, chromaRow, chromaWidth, chromaHeight, row;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {1920, 1080, eightBit, 1920, 1920, 960, 540, 2880},
         {1080, 1920, eightBit, 1088, 1088, 540, 960, 1632},
         {854, 480, tenBit, 1728, 1728, 427, 240, 2592},
@@ -35,7 +34,7 @@ TEST(CVPixelBuffer, LaysOutItsPlanesInRowsOfWholeCacheLines) {
         {65, 3, eightBit, 128, 128, 33, 2, 214},
         {33, 3, tenBit, 128, 128, 17, 2, 214},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         const CVPixelBufferRef buffer = make(c.width, c.height, c.format);
         EXPECT_EQ(CVPixelBufferGetPlaneCount(buffer), 2u);
         EXPECT_EQ(CVPixelBufferGetWidthOfPlane(buffer, 0), c.width);
@@ -78,12 +77,11 @@ TEST(CVPixelBuffer, HasNoPlanesWhereTheFormatIsNotPlanar) {
 
 TEST(CVPixelBuffer, IsRefusedInFormatsAndSizesThatCantBe) {
     constexpr std::size_t huge = std::size_t{1} << 31;
-    struct Case {
+    const struct {
         std::size_t width, height;
         OSType format;
         CVReturn status;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {16, 16, 0x34323066, -6680},
         {0, 16, eightBit, -6681},
         {16, 0, kCVPixelFormatType_32BGRA, -6681},
@@ -92,7 +90,7 @@ TEST(CVPixelBuffer, IsRefusedInFormatsAndSizesThatCantBe) {
         {SIZE_MAX, SIZE_MAX, tenBit, -6681},
         {huge - 1, huge - 1, kCVPixelFormatType_32BGRA, -6681},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         CVPixelBufferRef buffer;
         EXPECT_EQ(CVPixelBufferCreate(c.width, c.height, c.format, {}, &buffer), c.status);
         EXPECT_EQ(buffer, nullptr);

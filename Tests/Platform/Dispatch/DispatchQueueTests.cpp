@@ -1,4 +1,5 @@
 #include "Platform/Dispatch/DispatchGroup.h"
+#include "Tests/Support/EventLoop.h"
 
 #include <QCoreApplication>
 #include <QThread>
@@ -14,6 +15,7 @@
 #include <vector>
 
 using namespace anadrome;
+using testing_support::runEventLoopUntil;
 using namespace std::chrono_literals;
 
 namespace {
@@ -22,16 +24,6 @@ bool ranEarlyBlock = false;
 
 /// Handed over before main() makes the application.
 const bool earlyBlock = (DispatchQueue::main().async([] { ranEarlyBlock = true; }), true);
-
-/// Turns the main loop until the condition holds. False if it doesn't within a time that is only met by a
-/// fault.
-template <typename Condition>
-bool loopUntil(Condition condition) {
-    const auto end = std::chrono::steady_clock::now() + 30s;
-    while (!condition() && std::chrono::steady_clock::now() < end)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    return condition();
-}
 
 std::vector<int> countUp(int count) {
     std::vector<int> numbers(static_cast<std::size_t>(count));
@@ -42,7 +34,7 @@ std::vector<int> countUp(int count) {
 } // namespace
 
 TEST(DispatchQueue, KeepsMainBlocksUntilThereIsAnApplication) {
-    EXPECT_TRUE(earlyBlock && loopUntil([] { return ranEarlyBlock; }));
+    EXPECT_TRUE(earlyBlock && runEventLoopUntil([] { return ranEarlyBlock; }));
 }
 
 TEST(DispatchQueue, RunsMainBlocksInOrderOnTheMainThreadAndNeverInline) {
@@ -63,7 +55,7 @@ TEST(DispatchQueue, RunsMainBlocksInOrderOnTheMainThreadAndNeverInline) {
         isInside = false;
     });
     EXPECT_TRUE(order.empty());
-    EXPECT_TRUE(loopUntil([&] { return order.size() == 51; }));
+    EXPECT_TRUE(runEventLoopUntil([&] { return order.size() == 51; }));
     EXPECT_EQ(order, countUp(51));
 }
 
@@ -75,7 +67,7 @@ TEST(DispatchQueue, LetsTheLoopGoOnWhileMainBlocksFollowEachOther) {
     };
     again();
     QTimer::singleShot(0, [&] { isOver = true; });
-    EXPECT_TRUE(loopUntil([&] { return isOver; }));
+    EXPECT_TRUE(runEventLoopUntil([&] { return isOver; }));
     QCoreApplication::processEvents();
 }
 
@@ -178,7 +170,7 @@ TEST(DispatchGroup, NotifiesWhenTheLastHasLeftAndCanBeUsedAgain) {
         EXPECT_TRUE(told.empty());
         DispatchQueue::global(QualityOfService::utility).async([group] { group.leave(); });
         EXPECT_TRUE(group.wait(std::chrono::milliseconds::max()));
-        EXPECT_TRUE(loopUntil([&] { return told.size() == 2; }));
+        EXPECT_TRUE(runEventLoopUntil([&] { return told.size() == 2; }));
         EXPECT_EQ(told, (std::vector<int>{1, 2}));
     }
 }
@@ -187,7 +179,7 @@ TEST(DispatchGroup, NotifiesAtOnceButNeverInlineWhenItIsEmpty) {
     bool isTold = false;
     DispatchGroup().notify(DispatchQueue::main(), [&] { isTold = true; });
     EXPECT_FALSE(isTold);
-    EXPECT_TRUE(loopUntil([&] { return isTold; }));
+    EXPECT_TRUE(runEventLoopUntil([&] { return isTold; }));
 }
 
 TEST(DispatchGroupDeathTest, EndsTheProgramWhenLeftMoreOftenThanEntered) {

@@ -1,12 +1,12 @@
 #include "Platform/Foundation/FileData.h"
 #include "Platform/Foundation/NSFileManager.h"
+#include "Tests/Support/FileSizeLimit.h"
+#include "Tests/Support/ScratchFolder.h"
 
 #include <algorithm>
-#include <csignal>
 #include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -18,13 +18,7 @@ namespace {
 
 class FileTests : public testing::Test {
 protected:
-    FileTests() {
-        std::string name = fs::temp_directory_path() / "anadrome-files-XXXXXX";
-        m_folder = ::mkdtemp(name.data());
-    }
-    ~FileTests() override { fs::remove_all(m_folder); }
-
-    std::string path(const std::string& name) const { return m_folder / name; }
+    std::string path(const std::string& name) const { return m_folder.file(name); }
     URL url(const std::string& name) const { return URL::fileURLWithPath(path(name)); }
     void write(const std::string& name) const { ASSERT_FALSE(writeData(url(name), bytesOf(3, 0))); }
 
@@ -35,7 +29,7 @@ protected:
         return bytes;
     }
 
-    fs::path m_folder;
+    const testing_support::ScratchFolder m_folder;
     NSFileManager& m_manager = NSFileManager::defaultManager();
 };
 
@@ -84,7 +78,7 @@ TEST_F(FileTests, MakeFoldersWithAndWithoutTheOnesAbove) {
 TEST_F(FileTests, ListHiddenFilesButNotTheFolderItself) {
     write(".hidden");
     write("clip.mov");
-    auto names = m_manager.contentsOfDirectoryAtPath(m_folder);
+    auto names = m_manager.contentsOfDirectoryAtPath(m_folder.path());
     std::sort(names->begin(), names->end());
     EXPECT_EQ(*names, (std::vector<std::string>{".hidden", "clip.mov"}));
     EXPECT_EQ(find(*m_manager.attributesOfItemAtPath(path("clip.mov")), NSFileSize)->asInteger(), 3);
@@ -101,7 +95,7 @@ TEST_F(FileTests, AreRemovedWithoutFollowingLinks) {
     EXPECT_FALSE(m_manager.removeItemAtPath(path("tree")));
     EXPECT_FALSE(m_manager.removeItemAtPath(path("top/")));
     EXPECT_FALSE(m_manager.removeItemAtPath(path("dangling")));
-    EXPECT_EQ(*m_manager.contentsOfDirectoryAtPath(m_folder), std::vector<std::string>{"outside"});
+    EXPECT_EQ(*m_manager.contentsOfDirectoryAtPath(m_folder.path()), std::vector<std::string>{"outside"});
     EXPECT_TRUE(m_manager.fileExistsAtPath(path("outside/kept")));
 }
 
@@ -154,15 +148,8 @@ TEST_F(FileTests, AreReadWholeWhereTheirSizeIsNotKnownOrTheyComeInBits) {
 }
 
 TEST_F(FileTests, AreNotLeftBehindHalfWritten) {
-    rlimit old{};
-    ::getrlimit(RLIMIT_FSIZE, &old);
-    const rlimit small{100'000, old.rlim_max};
-    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    ::setrlimit(RLIMIT_FSIZE, &small);
-    const auto error = writeData(url("frame"), bytesOf(300'000, 0));
-    ::setrlimit(RLIMIT_FSIZE, &old);
-    std::signal(SIGXFSZ, oldHandler);
-    EXPECT_EQ(codesOf(error), Codes(640, EFBIG));
+    const testing_support::FileSizeLimit full(100'000);
+    EXPECT_EQ(codesOf(writeData(url("frame"), bytesOf(300'000, 0))), Codes(640, EFBIG));
     EXPECT_FALSE(m_manager.fileExistsAtPath(path("frame")));
 }
 

@@ -1,4 +1,5 @@
 #include "Platform/Foundation/NSTimer.h"
+#include "Tests/Support/EventLoop.h"
 
 #include <QCoreApplication>
 #include <QThread>
@@ -10,23 +11,14 @@
 #include <thread>
 
 using namespace anadrome;
+using testing_support::runEventLoopUntil;
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
 namespace {
 
-/// Turns the main loop until the condition holds. False if it doesn't within a time that is only met by a
-/// fault.
-template <typename Condition>
-bool loopUntil(Condition condition) {
-    const auto end = Clock::now() + 30s;
-    while (!condition() && Clock::now() < end)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    return condition();
-}
-
 void loopFor(Clock::duration duration) {
-    loopUntil([end = Clock::now() + duration] { return Clock::now() >= end; });
+    runEventLoopUntil([end = Clock::now() + duration] { return Clock::now() >= end; });
 }
 
 } // namespace
@@ -43,7 +35,7 @@ TEST(NSTimer, FiresOnceOrAgainAndAgainAsAskedAtAnyInterval) {
                 timer.invalidate();
         });
         EXPECT_EQ(single, 0);
-        EXPECT_TRUE(loopUntil([&] { return single == 1 && repeated == 5; }));
+        EXPECT_TRUE(runEventLoopUntil([&] { return single == 1 && repeated == 5; }));
         loopFor(10ms);
         EXPECT_EQ(single, 1);
         EXPECT_EQ(repeated, 5);
@@ -55,7 +47,7 @@ TEST(NSTimer, IsNeverEarly) {
     const auto start = Clock::now();
     bool fired = false;
     NSTimer::scheduledTimerWithTimeInterval(0.0205, false, [&](NSTimer&) { fired = true; });
-    EXPECT_TRUE(loopUntil([&] { return fired; }));
+    EXPECT_TRUE(runEventLoopUntil([&] { return fired; }));
     EXPECT_GE(Clock::now() - start, 20500us);
 }
 
@@ -79,9 +71,9 @@ TEST(NSTimer, DropsMissedTimesAndStaysOnItsGrid) {
         const auto timer = NSTimer::scheduledTimerWithTimeInterval(
             0.06, true, [&](NSTimer&) { calls.push_back(Clock::now()); });
         std::this_thread::sleep_for(3 * interval + interval / 2);
-        EXPECT_TRUE(loopUntil([&] { return !calls.empty(); }));
+        EXPECT_TRUE(runEventLoopUntil([&] { return !calls.empty(); }));
         EXPECT_EQ(calls.size(), 1u);
-        EXPECT_TRUE(loopUntil([&] { return calls.size() == 2; }));
+        EXPECT_TRUE(runEventLoopUntil([&] { return calls.size() == 2; }));
         isOnGrid = calls[1] - calls[0] < interval - 5ms && calls[1] - calls[0] > 5ms;
         timer->invalidate();
     }
@@ -100,7 +92,7 @@ TEST(NSTimer, CallsNowWhenFired) {
     EXPECT_TRUE(again->isValid());
     EXPECT_EQ(single, 1);
     EXPECT_FALSE(once->isValid());
-    EXPECT_TRUE(loopUntil([&] { return repeated == 3; }));
+    EXPECT_TRUE(runEventLoopUntil([&] { return repeated == 3; }));
     again->invalidate();
     again->fire();
     EXPECT_EQ(repeated, 3);
@@ -133,7 +125,7 @@ TEST(NSTimer, IsInvalidatedByAnotherThreadAfterTheCallThatHasBegun) {
             timer->invalidate();
             isInvalid = true;
         });
-        EXPECT_TRUE(loopUntil([&] { return isInvalid.load(); }));
+        EXPECT_TRUE(runEventLoopUntil([&] { return isInvalid.load(); }));
         const int counted = calls;
         loopFor(2ms);
         EXPECT_EQ(calls, counted);

@@ -34,10 +34,9 @@ TEST(URL, EncodesEveryByteThatAUrlCantHold) {
 }
 
 TEST(URL, TakesPathsApartAndPutsThemTogether) {
-    struct Case {
+    const struct {
         const char *path, *name, *extension, *parent;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"/a/clip.mov", "clip.mov", "mov", "/a"},
         {"/a.b/clip", "clip", "", "/a.b"},
         {"/a/.hidden", ".hidden", "", "/a"},
@@ -47,7 +46,7 @@ TEST(URL, TakesPathsApartAndPutsThemTogether) {
         {"/", "/", "", "/"},
         {"", "", "", ""},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         const URL url = URL::fileURLWithPath(c.path);
         EXPECT_EQ(url.lastPathComponent(), c.name);
         EXPECT_EQ(url.pathExtension(), c.extension);
@@ -71,12 +70,11 @@ TEST(NSError, DescribesTheChainOfCausesOnOneLine) {
 }
 
 TEST(Value, ReadsNumbersOnlyAsWhatTheyAre) {
-    struct Case {
+    const struct {
         Value value;
         std::optional<double> number;
         std::optional<std::int64_t> integer;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {7, 7.0, 7},
         {4294967295u, 4294967295.0, 4294967295},
         {2.5, 2.5, std::nullopt},
@@ -86,7 +84,7 @@ TEST(Value, ReadsNumbersOnlyAsWhatTheyAre) {
         {true, std::nullopt, std::nullopt},
         {"7", std::nullopt, std::nullopt},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         EXPECT_EQ(c.value.asNumber(), c.number);
         EXPECT_EQ(c.value.asInteger(), c.integer);
     }

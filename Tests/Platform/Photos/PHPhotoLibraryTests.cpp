@@ -2,16 +2,15 @@
 #include "Platform/Photos/PHPhotoLibrary.h"
 #include "Platform/Photos/PHPhotosError.h"
 #include "Platform/Photos/SaveVideo.h"
+#include "Tests/Support/FileSizeLimit.h"
 #include "Tests/Support/ScratchFolder.h"
 
 #include <algorithm>
-#include <csignal>
 #include <fcntl.h>
 #include <fstream>
 #include <future>
 #include <gtest/gtest.h>
 #include <iterator>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
 
@@ -97,15 +96,10 @@ TEST_F(PHPhotoLibraryTest, WhatCannotBeSavedHasItsCodeAndLeavesNothing) {
     expect(save(m_scratch.path()), PHPhotosErrorInvalidResource);
     EXPECT_FALSE(fs::exists(m_library));
 
-    // A limit on the size of files fails a write as a full disk does.
-    ::signal(SIGXFSZ, SIG_IGN);
-    rlimit former{};
-    ::getrlimit(RLIMIT_FSIZE, &former);
-    const rlimit small{2, former.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &small);
-    const auto error = save(m_clip);
-    ::setrlimit(RLIMIT_FSIZE, &former);
-    expect(error, PHPhotosErrorNotEnoughSpace);
+    {
+        const testing_support::FileSizeLimit full(2);
+        expect(save(m_clip), PHPhotosErrorNotEnoughSpace);
+    }
     EXPECT_EQ(saved(), std::vector<std::string>{});
 
     // Not even the administrator makes folders there.

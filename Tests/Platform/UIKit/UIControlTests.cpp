@@ -4,10 +4,9 @@
 #include "Platform/UIKit/UISlider.h"
 #include "Platform/UIKit/UISwitch.h"
 #include "Platform/UIKit/UITapGestureRecognizer.h"
+#include "Tests/Support/EventLoop.h"
 #include "Tests/Support/RecordingHost.h"
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -16,6 +15,7 @@ namespace anadrome {
 namespace {
 
 using testing_support::RecordingHost;
+using testing_support::runEventLoopUntil;
 using Lines = std::vector<std::string>;
 
 class UIControlTest : public ::testing::Test {
@@ -175,6 +175,7 @@ TEST_F(UIControlTest, ChangesOnTheScreenAreToldOnceWithTheirDuration) {
     label->setText("seen");
     label->setText("seen");
     int completions = 0;
+    const auto start = std::chrono::steady_clock::now();
     UIView::animateWithDuration(
         0.02, [&] { label->setAlpha(0); }, [&](bool) { ++completions; });
     EXPECT_EQ(label->alpha(), 0);
@@ -186,11 +187,9 @@ TEST_F(UIControlTest, ChangesOnTheScreenAreToldOnceWithTheirDuration) {
         EXPECT_EQ(m_host.changes[i].duration, durations[i]);
     }
     EXPECT_EQ(completions, 0);
-    QElapsedTimer timer;
-    timer.start();
-    while (!completions && timer.elapsed() < 30000)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    EXPECT_GE(timer.elapsed(), 19);
+    EXPECT_FALSE(runEventLoopUntil([&] { return completions > 0; }, std::chrono::milliseconds(10)));
+    EXPECT_TRUE(runEventLoopUntil([&] { return completions > 0; }));
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(19));
     EXPECT_EQ(completions, 1);
 }
 
