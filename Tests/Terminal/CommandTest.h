@@ -1,13 +1,11 @@
 #pragma once
 
-#include "Tests/Support/ClipMaker.h"
+#include "Tests/Support/ClipTest.h"
 #include "Tests/Support/MovieReader.h"
-#include "Tests/Support/ScratchFolder.h"
 #include "Tests/Terminal/CommandRunner.h"
 
 #include <array>
 #include <cstdio>
-#include <gtest/gtest.h>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -15,7 +13,7 @@
 namespace anadrome {
 
 /// Runs of anadrome-cli with a cache folder, a configuration and an output folder of their own.
-class CommandTest : public ::testing::Test {
+class CommandTest : public testing_support::ClipTest {
 protected:
     CommandTest() {
         std::filesystem::create_directory(out());
@@ -24,11 +22,6 @@ protected:
     }
 
     std::filesystem::path out() const { return m_folder.path() / "out"; }
-    std::string clip(const std::string& name,
-                     const testing_support::ClipOptions& options = {.width = 160, .height = 96}) const {
-        testing_support::makeClip(m_folder.file(name), options);
-        return m_folder.file(name);
-    }
     testing_support::CommandResult run(const std::vector<std::string>& arguments) const {
         return testing_support::runCli(arguments, m_surroundings);
     }
@@ -69,7 +62,6 @@ protected:
         return lines;
     }
 
-    testing_support::ScratchFolder m_folder;
     testing_support::CommandSurroundings m_surroundings;
 };
 

@@ -89,7 +89,7 @@ TEST_F(ReverseCommandTest, JsonLinesTellProgressAndResult) {
 TEST_F(ReverseCommandTest, BadInputEndsWithItsMessageAloneAndLeavesNothing) {
     std::ofstream(m_folder.file("empty.mp4"));
     std::ofstream(m_folder.file("text.mp4")) << "this is no movie\n";
-    const std::string good = clip("good.mp4");
+    const std::string good = clip("good.mp4", {.width = 160, .height = 96});
     std::ofstream(out() / "file");
     ASSERT_EQ(::mkfifo((out() / "pipe").c_str(), 0600), 0);
     const struct {

@@ -118,7 +118,7 @@ void JobChainTest::expectMovie(const std::string& movie, const Wish& wish) {
     const MovieFacts facts = readMovie(movie);
     EXPECT_EQ(facts.metadata.at("major_brand"), wish.fileType == 0 ? "qt  " : "isom");
     EXPECT_EQ(fs::path(movie).extension(), wish.fileType == 0 ? ".mov" : ".mp4");
-    EXPECT_EQ(facts.video.at(0).codec, "h264");
+    EXPECT_EQ(facts.video.at(0).codecTag, "avc1");
     std::vector<std::optional<int>> numbers;
     double start = 0;
     for (const Stretch& stretch : stretchesOf(wish)) {
@@ -126,8 +126,8 @@ void JobChainTest::expectMovie(const std::string& movie, const Wish& wish) {
             numbers.push_back(stretch.numberAt(frame));
         for (const double part : {0.25, 0.75}) {
             const double window = stretch.length() * 0.3;
-            const auto pitch = dominantFrequency(facts.sound.at(0).sound, 0,
-                                                 start + stretch.length() * part - window / 2, window);
+            const auto pitch =
+                toneIn(facts.sound.at(0).sound, 0, start + stretch.length() * part - window / 2, window);
             EXPECT_NEAR(pitch.value_or(0), stretch.pitchAt(part), stretch.pitchAt(part) * 0.03)
                 << "at " << part << " of the stretch from " << start;
         }

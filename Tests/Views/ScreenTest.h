@@ -10,20 +10,17 @@
 #include "Platform/UIKit/UISlider.h"
 #include "Platform/UIKit/UIStoryboard.h"
 #include "Platform/UIKit/UISwitch.h"
-#include "Tests/Support/ClipMaker.h"
+#include "Tests/Support/ClipTest.h"
 #include "Tests/Support/EventLoop.h"
-#include "Tests/Support/ScratchFolder.h"
 #include "Tests/Views/StoryHost.h"
 #include "Views/Common/Storyboards.h"
 #include "Views/Edit/EditViewController.h"
 #include "Views/Preview/PreviewViewController.h"
 
-#include <gtest/gtest.h>
-
 namespace anadrome {
 
 /// The app's screens on a stack, with nobody to see them: preferences of this process alone, made clips.
-class ScreenTest : public ::testing::Test {
+class ScreenTest : public testing_support::ClipTest {
 protected:
     using Story = StoryHost::Story;
 
@@ -48,11 +45,6 @@ protected:
     }
 
     static NSUserDefaults& preferences() { return NSUserDefaults::standardUserDefaults(); }
-
-    std::string clip(const std::string& name, const testing_support::ClipOptions& options) const {
-        testing_support::makeClip(m_folder.file(name), options);
-        return m_folder.file(name);
-    }
 
     /// Opens a screen as the one before it does: hands it its value, then pushes it.
     std::shared_ptr<EditViewController> openEdit(const std::string& clip) {
@@ -102,7 +94,6 @@ protected:
             m_stack->topViewController()->presentedViewController());
     }
 
-    testing_support::ScratchFolder m_folder;
     StoryHost m_host;
     std::shared_ptr<UINavigationController> m_stack =
         std::make_shared<UINavigationController>(std::make_shared<UIViewController>());

@@ -1,10 +1,12 @@
 #include "Platform/Foundation/PreferredLanguage.h"
 #include "Platform/Foundation/StringsTable.h"
+#include "Tests/Support/Environment.h"
 
-#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace anadrome {
+
+using testing_support::Environment;
 
 TEST(StringsTable, ReadsKeysValuesCommentsAndEscapes) {
     const auto table = parseStringsTable("/* a \"comment\" = \"x\"; */ \"one\" = \"1\";\n"
@@ -37,20 +39,14 @@ TEST(PreferredLanguage, FollowsTheEnvironment) {
         {"ja", "", "", "POSIX", "en"},
         {"", "", "", "de_DE@euro", "en"},
     };
-    const char* names[]{"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"};
-    std::map<std::string, std::string> former;
-    for (const char* name : names)
-        if (const char* value = std::getenv(name))
-            former[name] = value;
     for (const auto& c : cases) {
-        const char* values[]{c.language, c.all, c.messages, c.lang};
-        for (int i = 0; i < 4; ++i)
-            ::setenv(names[i], values[i], 1);
+        const Environment language("LANGUAGE", c.language);
+        const Environment all("LC_ALL", c.all);
+        const Environment messages("LC_MESSAGES", c.messages);
+        const Environment lang("LANG", c.lang);
         EXPECT_EQ(preferredLanguage({"en", "ja"}), c.expected)
             << c.language << ' ' << c.all << ' ' << c.messages << ' ' << c.lang;
     }
-    for (const char* name : names)
-        former.contains(name) ? ::setenv(name, former[name].c_str(), 1) : ::unsetenv(name);
 }
 
 } // namespace anadrome

@@ -2,6 +2,7 @@
 #include "Platform/Photos/PHPhotoLibrary.h"
 #include "Platform/Photos/PHPhotosError.h"
 #include "Platform/Photos/SaveVideo.h"
+#include "Tests/Support/Environment.h"
 #include "Tests/Support/FileSizeLimit.h"
 #include "Tests/Support/ScratchFolder.h"
 
@@ -17,6 +18,8 @@
 namespace anadrome {
 
 namespace {
+
+using testing_support::Environment;
 
 namespace fs = std::filesystem;
 
@@ -43,21 +46,6 @@ protected:
     testing_support::ScratchFolder m_scratch;
     const std::string m_clip = m_scratch.file("clip.mov");
     const std::string m_library = m_scratch.file("Videos/Anadrome");
-};
-
-/// Sets environment variables as long as it lives.
-class Environment {
-public:
-    Environment(const std::string& name, const std::string& value) : m_name(name) {
-        if (const char* former = std::getenv(name.c_str()))
-            m_former = former;
-        ::setenv(name.c_str(), value.c_str(), 1);
-    }
-    ~Environment() { m_former ? ::setenv(m_name.c_str(), m_former->c_str(), 1) : ::unsetenv(m_name.c_str()); }
-
-private:
-    const std::string m_name;
-    std::optional<std::string> m_former;
 };
 
 } // namespace
