@@ -57,7 +57,13 @@ int main(int argc, char** argv) {
         AVPlayerItemDidPlayToEndTimeNotification, player->currentItem(),
         [](const NSNotification&) { QCoreApplication::exit(0); });
     DispatchQueue::main().async([&] {
-        player->seekToTime(player->currentItem()->asset()->duration(), kCMTimeZero, kCMTimeZero);
+        const auto giveUp = [&](bool finished) {
+            if (finished)
+                return;
+            std::cerr << options.input << " can't be played" << std::endl;
+            QCoreApplication::exit(1);
+        };
+        player->seekToTime(player->currentItem()->asset()->duration(), kCMTimeZero, kCMTimeZero, giveUp);
         player->setRate(options.rate);
     });
     const int status = QCoreApplication::exec();

@@ -3,6 +3,7 @@
 #include "Platform/AVFoundation/Playback/PlayerEngine.h"
 #include "Platform/Foundation/Print.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace anadrome {
@@ -28,6 +29,23 @@ void AVPlayer::setRate(float rate) {
 
 float AVPlayer::rate() const {
     return m_engine->rate();
+}
+
+void AVPlayer::setMuted(bool muted) {
+    m_engine->setMuted(muted);
+}
+
+bool AVPlayer::isMuted() const {
+    return m_engine->isMuted();
+}
+
+void AVPlayer::setVolume(float volume) {
+    // Not a number fails every comparison.
+    m_engine->setVolume(volume > 0 ? std::min(volume, 1.0F) : 0.0F);
+}
+
+float AVPlayer::volume() const {
+    return m_engine->volume();
 }
 
 CMTime AVPlayer::currentTime() const {

@@ -15,7 +15,8 @@ class PlayerEngine;
 /// unless told otherwise; no operation blocks.
 ///
 /// A player begins at time zero with rate 0. Pictures are made only while a layer with a surface shows them;
-/// without one the time runs all the same.
+/// without one the time runs all the same. The first sound track is heard at rate 1, on a device of
+/// setSoundSinkFactory(), and the time then follows what is heard.
 class AVPlayer {
 public:
     using TimeObserverToken = playback::PeriodicObservers::Token;
@@ -41,9 +42,14 @@ public:
     void play() { setRate(1); }
     void pause() { setRate(0); }
 
-    /// Off at first.
-    void setMuted(bool muted) { m_isMuted = muted; }
-    bool isMuted() const { return m_isMuted; }
+    /// Off at first. A muted player opens no sound device; neither does one whose rate isn't 1, which is
+    /// silent too.
+    void setMuted(bool muted);
+    bool isMuted() const;
+
+    /// From 0 to 1, which it is at first; held to that. Apart from being muted.
+    void setVolume(float volume);
+    float volume() const;
 
     /// Between zero and the item's duration.
     CMTime currentTime() const;
@@ -68,7 +74,6 @@ private:
     friend class AVPlayerLayer;
 
     const std::shared_ptr<playback::PlayerEngine> m_engine;
-    bool m_isMuted = false;
 };
 
 } // namespace anadrome

@@ -22,8 +22,10 @@ struct DecodedForm {
 /// Decodes one track on a thread of its own, a few samples ahead of the one who takes them.
 class TrackPipeline {
 public:
-    /// Opens the track's file and begins at once.
-    static Result<std::shared_ptr<TrackPipeline>> start(const AVAssetTrackRef& track, DecodedForm form);
+    /// Opens the track's file and begins at once: with what the decoder needs to have for the sample at the
+    /// time, so that some come before it.
+    static Result<std::shared_ptr<TrackPipeline>> start(const AVAssetTrackRef& track, DecodedForm form,
+                                                        const CMTime& from = kCMTimeZero);
 
     /// Waits for the next sample; null at the end, after a failure and after a cancel.
     CMSampleBufferRef next();

@@ -13,6 +13,14 @@ std::size_t bytesOf(const CVPixelBufferRef& pixels) {
     return CVPixelBufferGetBytesPerRow(pixels) * CVPixelBufferGetHeight(pixels);
 }
 
+/// By how much more than the last run took the next one is expected to take.
+constexpr double slack = 1.2;
+constexpr std::int32_t stepScale = 90000;
+
+double secondsBetween(const CMTime& from, const CMTime& to) {
+    return CMTimeGetSeconds(CMTimeSubtract(to, from));
+}
+
 } // namespace
 
 BackwardPictures::BackwardPictures(PictureDecoder& decoder, const CMTime& position, std::size_t mostBytes)
@@ -30,7 +38,7 @@ bool BackwardPictures::work(const CMTime& distance) {
         begin(distance);
     std::optional<DecodedPicture> picture = m_decoder.next();
     if (!picture || CMTimeCompare(picture->time, m_limit) >= 0)
-        complete();
+        complete(distance);
     else if (CMTimeCompare(picture->time, m_keepFrom) < 0)
         m_passed = std::move(picture);
     else
@@ -43,13 +51,26 @@ void BackwardPictures::begin(const CMTime& distance) {
     const CMTime reached = CMTimeAdd(CMTimeSubtract(m_position, distance), m_decoder.rounding());
     m_limit = CMTimeMinimum(m_limit, reached);
     m_keyTime = m_decoder.seek(CMTimeSubtract(m_limit, m_decoder.rounding()));
-    const std::size_t room = std::clamp<std::size_t>(m_runBytes / m_decoder.pictureBytes(), 1, 1 << 16);
-    m_keepFrom =
-        CMTimeSubtract(m_limit, CMTimeMultiply(m_decoder.pictureDuration(), static_cast<std::int32_t>(room)));
+    const auto room =
+        static_cast<double>(std::clamp<std::size_t>(m_runBytes / m_decoder.pictureBytes(), 1, 1 << 16));
+    const double length = CMTIME_IS_NUMERIC(m_keyTime) ? secondsBetween(m_keyTime, m_limit) : 0;
+    const double duration = CMTimeGetSeconds(m_decoder.pictureDuration());
+    const double needed = slack * m_pace * length;
+    const double span = std::max(duration * room, needed);
+    m_step = needed < span ? kCMTimeZero : CMTimeMakeWithSeconds(span / room, stepScale);
+    m_keepFrom = CMTimeSubtract(m_limit, CMTimeMakeWithSeconds(span, stepScale));
+    m_wanted = m_keepFrom;
+    m_begunAt = distance;
+    m_begunLength = length;
     m_stage = Stage::decoding;
 }
 
 void BackwardPictures::keep(const DecodedPicture& picture) {
+    if (CMTimeCompare(m_step, kCMTimeZero) > 0) {
+        if (CMTimeCompare(picture.time, m_wanted) < 0)
+            return;
+        m_wanted = CMTimeAdd(m_wanted, m_step);
+    }
     CVPixelBufferRef pixels = m_decoder.convert(picture);
     if (!pixels)
         return;
@@ -59,7 +80,9 @@ void BackwardPictures::keep(const DecodedPicture& picture) {
         dropOne(m_next, true);
 }
 
-void BackwardPictures::complete() {
+void BackwardPictures::complete(const CMTime& distance) {
+    if (m_begunLength > 0)
+        m_pace = secondsBetween(m_begunAt, distance) / m_begunLength;
     // Where pictures last long, all may lie before those that were expected to fit.
     if (m_next.pictures.empty() && m_passed)
         keep(*m_passed);

@@ -10,7 +10,8 @@ namespace anadrome::playback {
 /// Pictures from last to first. Decoding goes forwards only, so they come in runs: from a key frame up to the
 /// run before, decoded once and handed out from the back. Of a run that doesn't fit into its half of the
 /// bytes only the last pictures are kept, and the stretch before them is decoded anew for the next run. While
-/// one run is handed out, the other half of the bytes takes the next.
+/// one run is handed out, the other half of the bytes takes the next. Where play is faster than that, a run
+/// keeps fewer pictures of a longer stretch: so many that it lasts until the next is decoded.
 class BackwardPictures final : public PictureSource {
 public:
     BackwardPictures(PictureDecoder& decoder, const CMTime& position, std::size_t mostBytes);
@@ -30,7 +31,7 @@ private:
 
     void begin(const CMTime& distance);
     void keep(const DecodedPicture& picture);
-    void complete();
+    void complete(const CMTime& distance);
     void setDues();
     static void dropOne(Run& run, bool first);
 
@@ -46,6 +47,13 @@ private:
     CMTime m_limit;
     CMTime m_keyTime;
     CMTime m_keepFrom;
+    /// How far apart pictures are kept, and the next place for one. Zero where all are kept.
+    CMTime m_step;
+    CMTime m_wanted;
+    CMTime m_begunAt;
+    double m_begunLength = 0;
+    /// How far play came while the last run was decoded, for each second of the decoded stretch.
+    double m_pace = 0;
     /// The last picture that was decoded and not kept.
     std::optional<DecodedPicture> m_passed;
 };

@@ -30,8 +30,10 @@ bool ForwardPictures::work(const CMTime& distance) {
 void ForwardPictures::release() {
     if (!m_current)
         return;
-    if (CVPixelBufferRef pixels = m_decoder.convert(*m_current))
-        m_ready = TimedPicture{std::move(pixels), m_current->time, dueOf(*m_current)};
+    if (CVPixelBufferRef pixels = m_decoder.convert(*m_current)) {
+        const CMTime due = std::exchange(m_isFirst, false) ? kCMTimeZero : dueOf(*m_current);
+        m_ready = TimedPicture{std::move(pixels), m_current->time, due};
+    }
     m_current.reset();
 }
 

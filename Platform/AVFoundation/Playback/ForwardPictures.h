@@ -25,6 +25,8 @@ private:
     PictureDecoder& m_decoder;
     const CMTime m_position;
     bool m_isPlaced = false;
+    /// Whether none has been made yet. Before the track's first picture that one is shown, at once.
+    bool m_isFirst = true;
     bool m_isDrained = false;
     std::optional<DecodedPicture> m_current;
     std::optional<TimedPicture> m_ready;

@@ -11,8 +11,8 @@ namespace {
 /// Enough to bridge the time until the queue's thread comes round again.
 constexpr std::size_t picturesAhead = 3;
 
-/// Some three dozen pictures of 1080p, or a hundred in half its width and height.
-constexpr std::size_t mostCachedBytes = 96 << 20;
+/// Fifty pictures of 1080p, or two hundred in half its width and height.
+constexpr std::size_t mostCachedBytes = 160 << 20;
 
 } // namespace
 

@@ -34,6 +34,9 @@ void PlayerEngine::itemLoaded() {
                 self->showDuePicture();
         });
     }
+    const auto sounds = m_item->asset()->tracksWithMediaType(AVMediaTypeAudio);
+    if (!sounds.empty())
+        m_soundTrack = sounds.front();
     m_timeline.setEnd(m_item->duration());
     jump(currentTime());
 }
@@ -46,7 +49,7 @@ void PlayerEngine::setRate(float rate) {
         return;
     const CMTime time = currentTime();
     if (m_rate != 0 && m_feedStart.direction != direction())
-        requestPictures();
+        awaitPictures();
     runFrom(time);
     m_observers.call(time);
 }
@@ -63,7 +66,7 @@ void PlayerEngine::seek(const CMTime& time, Completion completion) {
 }
 
 void PlayerEngine::jump(const CMTime& time) {
-    requestPictures();
+    awaitPictures();
     runFrom(time);
     m_observers.call(currentTime());
     if (!m_isWaiting)
@@ -71,7 +74,8 @@ void PlayerEngine::jump(const CMTime& time) {
 }
 
 void PlayerEngine::runFrom(const CMTime& time) {
-    m_timeline.set(time, m_isWaiting ? 0 : m_rate, m_clock->now());
+    startOrStopSound(time);
+    m_timeline.set(time, m_isWaiting || m_sound ? 0 : m_rate, m_clock->now());
     if (m_rate == 0)
         m_ticks.reset();
     else if (!m_ticks)
@@ -81,7 +85,40 @@ void PlayerEngine::runFrom(const CMTime& time) {
         });
 }
 
+void PlayerEngine::startOrStopSound(const CMTime& time) {
+    m_sound.reset();
+    if (m_rate != 1 || m_isMuted || m_isWaiting || !m_soundTrack || isAtEnd(time))
+        return;
+    const CMTimeRange rest = CMTimeRangeFromTimeToTime(time, m_item->duration());
+    m_sound = SoundRun::start(m_soundTrack, rest, m_clock->now());
+    if (m_sound)
+        m_sound->setVolume(m_volume);
+}
+
+void PlayerEngine::followSound() {
+    if (!m_sound)
+        return;
+    const std::chrono::nanoseconds now = m_clock->now();
+    const auto [time, rate] = m_sound->follow(currentTime(), now);
+    const bool isStuck = m_sound->isStuck(now);
+    m_timeline.set(time, isStuck ? m_rate : rate, now);
+    if (isStuck)
+        m_sound.reset();
+}
+
+void PlayerEngine::setMuted(bool muted) {
+    if (std::exchange(m_isMuted, muted) != muted && isReady())
+        runFrom(currentTime());
+}
+
+void PlayerEngine::setVolume(float volume) {
+    m_volume = volume;
+    if (m_sound)
+        m_sound->setVolume(volume);
+}
+
 void PlayerEngine::tick() {
+    followSound();
     const CMTime time = currentTime();
     if (isAtEnd(time)) {
         endPlay(time);
@@ -107,7 +144,7 @@ void PlayerEngine::endPlay(const CMTime& time) {
 }
 
 void PlayerEngine::setSink(std::shared_ptr<PictureSink> sink, CGSize size) {
-    const bool isSame = sink == m_sink;
+    const bool isNew = sink != m_sink;
     m_sink = std::move(sink);
     m_sinkSize = size;
     if (!m_feed)
@@ -115,16 +152,22 @@ void PlayerEngine::setSink(std::shared_ptr<PictureSink> sink, CGSize size) {
     if (!m_sink) {
         m_feed->stop();
         stopWaiting();
-    } else if (!isSame || shownSize(*m_track, size) != m_feedStart.size) {
+    } else if (isNew) {
         const CMTime time = currentTime();
-        requestPictures();
+        awaitPictures();
         runFrom(time);
+    } else if (shownSize(*m_track, size) != m_feedStart.size) {
+        requestPictures();
     }
 }
 
-void PlayerEngine::requestPictures() {
+void PlayerEngine::awaitPictures() {
     m_isWaiting = showsPictures();
-    if (!m_isWaiting || std::exchange(m_isStartPending, true))
+    requestPictures();
+}
+
+void PlayerEngine::requestPictures() {
+    if (!showsPictures() || std::exchange(m_isStartPending, true))
         return;
     DispatchQueue::main().async([weak = weak_from_this()] {
         if (const auto self = weak.lock())

@@ -5,6 +5,7 @@
 #include "Platform/AVFoundation/Playback/PeriodicObservers.h"
 #include "Platform/AVFoundation/Playback/PictureFeed.h"
 #include "Platform/AVFoundation/Playback/PlaybackTimeline.h"
+#include "Platform/AVFoundation/Playback/SoundRun.h"
 #include "Platform/AVFoundation/PlaybackClock.h"
 
 #include <functional>
@@ -12,9 +13,9 @@
 
 namespace anadrome::playback {
 
-/// What a player does: moves the item's time by the clock and shows the pictures that are due. Main thread
-/// only; all decoding is the feed's. The first picture from a new place holds the time up until it is there,
-/// so that play doesn't run away from its pictures; later ones never do.
+/// What a player does: moves the item's time, by the sound that is heard or else by the clock, and shows the
+/// pictures that are due. Main thread only; all decoding is the feeds'. The first picture from a new place
+/// holds the time up until it is there, so that play doesn't run away from its pictures; later ones never do.
 class PlayerEngine : public std::enable_shared_from_this<PlayerEngine> {
 public:
     using Completion = std::function<void(bool finished)>;
@@ -34,6 +35,11 @@ public:
     void seek(const CMTime& time, Completion completion);
     PeriodicObservers& observers() { return m_observers; }
 
+    bool isMuted() const { return m_isMuted; }
+    void setMuted(bool muted);
+    float volume() const { return m_volume; }
+    void setVolume(float volume);
+
     /// The surface and its size in pixels. Null for none.
     void setSink(std::shared_ptr<PictureSink> sink, CGSize size);
     const std::shared_ptr<PictureSink>& sink() const { return m_sink; }
@@ -49,11 +55,16 @@ private:
     void jump(const CMTime& time);
     /// Lets the time run, or stand, from here on.
     void runFrom(const CMTime& time);
+    /// At the sound that is heard, if there is sound. This is where the wall clock is overruled.
+    void followSound();
+    void startOrStopSound(const CMTime& time);
     Direction direction() const { return m_rate < 0 ? Direction::backwards : Direction::forwards; }
 
     /// Asks for pictures from the current time on, once the main loop comes round: what changes until then
     /// makes no work.
     void requestPictures();
+    /// The same, and the time stands until the first one is there.
+    void awaitPictures();
     void startFeed();
     void showDuePicture();
     void stopWaiting();
@@ -67,6 +78,12 @@ private:
     float m_rate = 0;
     std::shared_ptr<void> m_ticks;
     Completion m_seekCompletion;
+
+    AVAssetTrackRef m_soundTrack;
+    bool m_isMuted = false;
+    float m_volume = 1;
+    /// Null while there is no sound to be heard.
+    std::unique_ptr<SoundRun> m_sound;
 
     std::shared_ptr<PictureSink> m_sink;
     CGSize m_sinkSize;

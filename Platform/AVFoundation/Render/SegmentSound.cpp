@@ -40,7 +40,8 @@ std::optional<NSError> SegmentSound::addNext(std::span<float> samples) {
 }
 
 std::optional<NSError> SegmentSound::open() {
-    Result<std::shared_ptr<libav::TrackPipeline>> started = libav::TrackPipeline::start(m_segment.source, {});
+    Result<std::shared_ptr<libav::TrackPipeline>> started =
+        libav::TrackPipeline::start(m_segment.source, {}, m_segment.timeMapping.source.start);
     if (!started)
         return started.error();
     m_pipeline = *started;

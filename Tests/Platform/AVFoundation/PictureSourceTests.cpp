@@ -153,6 +153,26 @@ TEST_F(PictureSourceTest, LeavesOutWhatPlayHasPassedBetweenTwoPictures) {
     }
 }
 
+TEST_F(PictureSourceTest, MovesEvenlyWhereDecodingCannotKeepUp) {
+    const std::string path = clip("slow.mp4", {.width = 128, .height = 96, .frames = 700, .gop = 250});
+    OpenSource open(path, CMTimeMake(700, 30), Direction::backwards, 40 * 128 * 96 * 3 / 2);
+    std::vector<int> numbers;
+    std::optional<TimedPicture> picture;
+    for (int decoded = 0; !open.source->isAtEnd() || picture; ++decoded) {
+        const CMTime distance = CMTimeMake(decoded, 60); // sixty pictures are decoded in a second
+        if (!picture)
+            picture = open.source->take(distance);
+        if (picture && CMTimeCompare(picture->due, distance) <= 0)
+            numbers.push_back(numberIn(std::exchange(picture, std::nullopt)->pixels).value_or(-1));
+        open.source->work(distance);
+    }
+    ASSERT_GT(numbers.size(), 60U);
+    int jumps = 0;
+    for (std::size_t i = 2; i < numbers.size(); ++i)
+        jumps += numbers[i - 1] - numbers[i] > 12 ? 1 : 0;
+    EXPECT_LE(jumps, 2); // where a group begins, the whole one before it has to be decoded
+}
+
 TEST_F(PictureSourceTest, ScaledPicturesStillTellTheirNumber) {
     const std::string path = clip("large.mp4", {.width = 640, .height = 360, .frames = 20, .bFrames = 2});
     OpenSource open(path, CMTimeMake(19, 30), Direction::backwards, 8 << 20);
