@@ -26,7 +26,7 @@ struct ClipOptions {
     AVRational frameRate = {30, 1};
     int timeScale = 600;              ///< ticks a second, for frameTicks
     std::vector<int> frameTicks = {}; ///< durations in 1/timeScale seconds, repeated; overrides frameRate
-    double startSeconds = 0;          ///< the time of the first frame and of the first sound
+    double startSeconds = 0; ///< the time of the first frame and, unless told otherwise, of the first sound
     Orientation orientation = Orientation::Upright; ///< kept by mov and mp4
     AVRational pixelAspect = {1, 1};
     Detail detail = Detail::Flat;
@@ -47,6 +47,8 @@ struct ClipOptions {
     std::string audioCodec = {}; ///< an encoder's name; empty for a silent film
     int audioRate = 48000;
     int audioChannels = 2;
+    std::optional<double> audioSeconds = {};      ///< as long as the pictures unless told otherwise
+    std::optional<double> audioStartSeconds = {}; ///< with the pictures unless told otherwise
     bool secondAudioTrack = false;
     bool unknownFirstSound = false; ///< mov and mp4: the first sound track claims a codec nobody knows
     bool dataTrack = false;         ///< mov and mp4: a track that is neither picture nor sound

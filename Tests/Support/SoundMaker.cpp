@@ -39,11 +39,12 @@ FramePtr emptySound(const AVCodecContext& encoder, int sampleCount) {
 } // namespace
 
 SoundMaker::SoundMaker(AVFormatContext& file, const ClipOptions& options, double seconds, int index)
-    : track_(file, openEncoder(file, options), options.startSeconds), startSeconds_(options.startSeconds),
+    : track_(file, openEncoder(file, options), options.audioStartSeconds.value_or(options.startSeconds)),
+      startSeconds_(options.audioStartSeconds.value_or(options.startSeconds)),
       tones_(options.audioRate, options.audioChannels, index),
       converter_(makeSampleConverter(track_.encoder().ch_layout, options.audioRate, AV_SAMPLE_FMT_FLT,
                                      track_.encoder().sample_fmt)),
-      length_(std::llround(seconds * options.audioRate)) {}
+      length_(std::llround(options.audioSeconds.value_or(seconds) * options.audioRate)) {}
 
 std::optional<double> SoundMaker::nextSeconds() const {
     if (position_ == length_)

@@ -181,7 +181,7 @@ TEST_F(PlayerSoundTest, EveryTimesToneIsHeardAndTheTimeAndPicturesFollowIt) {
             for (const int side : {0, 1}) {
                 const bool sounds = row.from <= second && second < row.to;
                 const double tone = sounds ? toneFrequency(second - row.from, side, 2) : 0;
-                EXPECT_NEAR(dominantFrequency(sound, side, second + 0.1, 0.8).value_or(0), tone, 2) << second;
+                EXPECT_NEAR(toneIn(sound, side, second + 0.1, 0.8).value_or(0), tone, 2) << second;
             }
     }
 }
