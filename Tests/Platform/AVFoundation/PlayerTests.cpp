@@ -225,11 +225,15 @@ TEST_F(PlayerTest, PauseAndTurningRoundGoOnFromWhereItStands) {
     seek(CMTimeMake(75, 30));
     const struct {
         float rate;
+        bool isTurn; ///< the time stands until the first picture the other way is there
         double seconds;
         int shows;
-    } rows[] = {{-1, 0.5, 60}, {0, 3, 60}, {-1, 0.5, 45}, {1, 1, 75}, {-2.5F, 0.8, 15}, {-0.1F, 1, 12}};
+    } rows[] = {{-1, true, 0.5, 60}, {0, false, 3, 60},      {-1, false, 0.5, 45},
+                {1, true, 1, 75},    {-2.5F, true, 0.8, 15}, {-0.1F, false, 1, 12}};
     for (const auto& row : rows) {
+        const std::size_t before = m_sink->pictures.size();
         player.setRate(row.rate);
+        ASSERT_TRUE(loopUntil([&] { return !row.isTurn || m_sink->pictures.size() > before; }));
         loopAWhile();
         m_clock->advance(row.seconds);
         EXPECT_TRUE(showsSoon(row.shows)) << m_sink->shown() << " for " << row.shows;
