@@ -142,6 +142,9 @@ TEST_F(ChangeSpeedTest, SizesFitThePresetAndAreNeverEnlarged) {
         {"anamorphic.mp4",
          {.width = 720, .height = 576, .pixelAspect = {16, 11}},
          {{{640, 352}, {1046, 576}, {1046, 576}}}},
+        {"fraction.mp4",
+         {.width = 160, .height = 128, .pixelAspect = {64, 45}},
+         {{{228, 128}, {228, 128}, {228, 128}}}},
     };
     for (const auto& row : rows) {
         ClipOptions options = row.options;

@@ -39,6 +39,21 @@ void expectMirrored(const std::string& source, const std::string& output) {
     EXPECT_GT(reversedPsnr(source, output).value_or(100), 28) << "compared where sizes are the same";
 }
 
+void expectPlayable(const std::string& movie) {
+    const MovieFacts facts = readMovie(movie);
+    const VideoFacts& video = facts.video.at(0);
+    EXPECT_EQ(video.decodeErrors, 0);
+    EXPECT_GT(video.frames.size(), 0U);
+    EXPECT_EQ(static_cast<std::int64_t>(video.frames.size()), video.frameCount);
+    EXPECT_NEAR(video.durationSeconds, static_cast<double>(video.frames.size()) / 30, 1e-3);
+    for (const SoundFacts& sound : facts.sound)
+        EXPECT_EQ(sound.decodeErrors, 0);
+}
+
+bool isOneLine(const std::string& text) {
+    return text.size() > 1 && text.find('\n') == text.size() - 1;
+}
+
 } // namespace
 
 TEST(RealClips, EachReversesFrameByFrameOrEndsWithAMessage) {
@@ -62,6 +77,28 @@ TEST(RealClips, EachReversesFrameByFrameOrEndsWithAMessage) {
         }
     }
     EXPECT_GT(reversed, 0);
+}
+
+TEST(RealClips, EachMakesAPlayableMovieOfEveryKindOrEndsWithAMessage) {
+    const std::vector<fs::path> clips = shortRealClips();
+    if (clips.empty())
+        GTEST_SKIP() << "no clips in " << realClipsFolder();
+    const ScratchFolder folder;
+    const fs::path cache = folder.path() / "cache";
+    for (const fs::path& clip : clips)
+        for (const char* kind : {"reverse", "reverse-forward", "forward-reverse"}) {
+            SCOPED_TRACE(clip.filename().string() + ", " + kind);
+            const std::string movie = folder.file("movie.mp4");
+            const CommandResult result = runCli({"make", clip, "-o", movie, "--force", "--output-type", kind,
+                                                 "--quality", "low", "--reverse-speed", "2"},
+                                                {.cache = cache});
+            if (result.exitCode == 0)
+                expectPlayable(movie);
+            else
+                EXPECT_TRUE(result.exitCode == 1 && isOneLine(result.err)) << result.err;
+            for (const auto& entry : fs::directory_iterator(cache / "anadrome"))
+                EXPECT_EQ(entry.path().filename(), "sweep.lock");
+        }
 }
 
 } // namespace anadrome

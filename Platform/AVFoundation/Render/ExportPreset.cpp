@@ -23,7 +23,8 @@ constexpr int smallestSide = 16;
 
 int evenSide(double side, double largest) {
     const int nearest = 2 * static_cast<int>(std::lround(side / 2));
-    return std::max(smallestSide, nearest > largest ? nearest - 2 : nearest);
+    // A canvas in square pixels may end in part of one, which counts as whole wherever it is stored.
+    return std::max(smallestSide, nearest > std::round(largest) ? nearest - 2 : nearest);
 }
 
 } // namespace
