@@ -9,6 +9,7 @@ from types import ModuleType
 
 import exports
 import frame_store
+import job
 import memory
 import playback
 import quality
@@ -18,7 +19,7 @@ from common import BUILD, FULL_PLAN, QUICK_PLAN, BenchmarkError, Plan, export_vi
 from report import Row, summary, table
 
 CLAIMS: dict[str, ModuleType] = {module.__name__: module
-                                 for module in (speed, memory, quality, frame_store, exports, playback)}
+                                 for module in (speed, memory, quality, frame_store, exports, job, playback)}
 
 HELP = """\
 All numbers of a table come from one run: the programs take turns, and the medians of their rounds are
