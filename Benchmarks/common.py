@@ -42,10 +42,11 @@ QUICK_PLAN = Plan(rounds=1, length_scale=0.1)
 
 def _constant(source: Path, name: str) -> str:
     """The text or number that a constant in a source is set to."""
-    found = re.findall(rf'\b{name}\s*=\s*"?([^";]+)"?;', source.read_text())
+    found = re.findall(rf'\b{name}\s*=\s*([^;]+);', source.read_text())
     if len(found) != 1:
         raise BenchmarkError(f"{source}: expected one {name}, found {len(found)}")
-    return found[0]
+    literals = re.findall(r'"([^"]*)"', found[0])
+    return "".join(literals) if literals else found[0]
 
 
 def project_preset() -> str:

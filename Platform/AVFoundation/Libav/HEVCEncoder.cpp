@@ -17,7 +17,8 @@ namespace {
 /// tells how they were chosen.
 constexpr const char* x265Preset = "superfast";
 constexpr const char* x265Tuning =
-    "rc-lookahead=3:bframes=2:aq-mode=2:aq-strength=1:rskip=2:rskip-edge-threshold=2:open-gop=0:info=0";
+    "rc-lookahead=3:bframes=2:aq-mode=2:aq-strength=1:rskip=2:rskip-edge-threshold=2:"
+    "psy-rd=0:signhide=0:temporal-mvp=0:subme=0:open-gop=0:info=0";
 
 constexpr std::int64_t defaultBitRate = 10'000'000;
 
