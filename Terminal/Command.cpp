@@ -74,16 +74,20 @@ void Command::succeed(std::int64_t frames, const std::string& content) {
         return fail(*message);
     DispatchQueue::main().async([this, frames, content] {
         m_progress.clear();
-        if (m_options.json)
-            printJsonLine({{"event", "result"},
-                           {"success", true},
-                           {"output", m_output.url().path()},
-                           {"frames", frames}});
-        else if (!m_options.quiet)
-            std::cout << m_options.movie << ": " << frames << (frames == 1 ? " frame, " : " frames, ")
-                      << content << std::endl;
-        m_ended(ExitCode::done);
+        m_ended(report(frames, content) ? ExitCode::done : ExitCode::jobFailed);
     });
+}
+
+bool Command::report(std::int64_t frames, const std::string& content) const {
+    if (m_options.json)
+        printJsonLine(
+            {{"event", "result"}, {"success", true}, {"output", m_output.url().path()}, {"frames", frames}});
+    else if (!m_options.quiet)
+        std::cout << m_options.movie << ": " << frames << (frames == 1 ? " frame, " : " frames, ") << content
+                  << std::endl;
+    if (!std::cout)
+        std::cerr << "The movie is in its place, but the result couldn't be printed" << std::endl;
+    return static_cast<bool>(std::cout);
 }
 
 void Command::interrupt(int exitCode) {

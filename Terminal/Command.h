@@ -46,6 +46,8 @@ protected:
 
 private:
     std::string obstacle() const;
+    /// False if the result couldn't be printed.
+    bool report(std::int64_t frames, const std::string& content) const;
 
     const JobOptions m_options;
     const URL m_clip;

@@ -12,7 +12,8 @@ namespace anadrome::terminal {
 
 namespace {
 
-constexpr const char* exitStatus = "Exit status: 0 done, 1 the job failed, 2 wrong use, 130 interrupted.";
+constexpr const char* exitStatus =
+    "Exit status: 0 done, 1 the job failed, 2 wrong use, 128 and the signal's number if interrupted.";
 
 const std::map<std::string, AVFileType> fileTypes{{"mov", AVFileTypeQuickTimeMovie},
                                                   {"mp4", AVFileTypeMPEG4}};

@@ -15,6 +15,7 @@
 #include "Views/Common/Storyboards.h"
 #include "Views/Common/ViewHelper.h"
 #include "Views/Edit/EditViewController.h"
+#include "Views/Edit/SpeedCurve.h"
 #include "Views/Preview/PreviewViewController.h"
 
 #include <array>
@@ -33,17 +34,12 @@ View& viewNamed(const UIView& screen, const std::string& name) {
     fatalError("The screen has no view named " + name);
 }
 
-/// Where the slider stands at a speed; the speeds of either half lie evenly on it.
-float sliderPosition(double speed) {
-    return static_cast<float>(speed < 1 ? (speed - 0.1) / 1.8 : (speed + 8) / 18);
-}
-
-/// Moves the slider, and takes the hand off without letting go as one does: that would make a preview of the
-/// speed, which nobody sees here.
-void slideTo(UISlider& slider, float position) {
+/// Moves the slider to a speed, and takes the hand off without letting go as one does: that would make a
+/// preview of the speed, which nobody sees here.
+void slideTo(UISlider& slider, double speed) {
     if (!slider.beginTracking())
         return;
-    slider.trackTo(position);
+    slider.trackTo(positionOfSpeed(speed));
     slider.cancelTracking();
 }
 
@@ -72,8 +68,8 @@ void MakeCommand::setPreferences() const {
 
 void MakeCommand::setControls(UIView& screen) const {
     viewNamed<UISegmentedControl>(screen, "outputTypeSegmentedControl").tapSegment(m_options.outputType);
-    slideTo(viewNamed<UISlider>(screen, "reverseSpeedSlider"), sliderPosition(m_options.reverseSpeed));
-    slideTo(viewNamed<UISlider>(screen, "normalSpeedSlider"), sliderPosition(m_options.normalSpeed));
+    slideTo(viewNamed<UISlider>(screen, "reverseSpeedSlider"), m_options.reverseSpeed);
+    slideTo(viewNamed<UISlider>(screen, "normalSpeedSlider"), m_options.normalSpeed);
     viewNamed<UISegmentedControl>(screen, "fileTypeSegmentedControl")
         .tapSegment(m_options.fileType == AVFileTypeQuickTimeMovie ? 0 : 1);
     if (m_options.keepMetadata)

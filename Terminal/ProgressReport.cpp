@@ -44,6 +44,8 @@ void ProgressReport::update(double fraction) {
 void ProgressReport::finishing() {
     if (m_style == Style::none || std::exchange(m_isFinishing, true))
         return;
+    if (m_style == Style::json)
+        return printJsonLine({{"event", "finishing"}});
     m_fraction = 1;
     show();
 }

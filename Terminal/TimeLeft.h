@@ -5,8 +5,8 @@
 
 namespace anadrome::terminal {
 
-/// Estimates how long a job still takes. Its halves (reading and writing, or reversing and exporting) run at
-/// speeds of their own, so only the second can tell: before it there is no estimate.
+/// Estimates how long a job still takes, by how fast its second half goes. The first is no measure of it: the
+/// reading before the writing, or the reversal before the exports.
 class TimeLeft {
 public:
     using Clock = std::chrono::steady_clock;

@@ -7,6 +7,7 @@
 #include "Terminal/ReverseCommand.h"
 
 #include <QCoreApplication>
+#include <clocale>
 #include <csignal>
 #include <iostream>
 #include <malloc.h>
@@ -53,6 +54,8 @@ int main(int argc, char** argv) {
     // Many threads allocate pictures, and every heap keeps what its threads gave back.
     ::mallopt(M_ARENA_MAX, 2);
     QCoreApplication application(argc, argv);
+    // Numbers on the command line and in messages have a point, in whatever country.
+    std::setlocale(LC_NUMERIC, "C");
     const auto parsed = parseCommandLine(argc, argv);
     if (const int* exitCode = std::get_if<int>(&parsed))
         return *exitCode;

@@ -2,9 +2,11 @@
 
 #include <array>
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
 #include <stdexcept>
+#include <string_view>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -43,6 +45,13 @@ bool readSome(int descriptor, std::string& text) {
     return got > 0;
 }
 
+/// The last that was told; -1 if none was.
+int percentIn(const std::string& output) {
+    constexpr std::string_view key = "\"percent\":";
+    const std::size_t place = output.rfind(key);
+    return place == std::string::npos ? -1 : std::atoi(output.c_str() + place + key.size());
+}
+
 void readBoth(pid_t child, int out, int err, const CommandSurroundings& surroundings, CommandResult& result) {
     int signal = surroundings.signal;
     std::array<pollfd, 2> pipes{{{out, POLLIN, 0}, {err, POLLIN, 0}}};
@@ -51,7 +60,7 @@ void readBoth(pid_t child, int out, int err, const CommandSurroundings& surround
         for (pollfd& pipe : pipes)
             if (pipe.fd >= 0 && pipe.revents && !readSome(pipe.fd, pipe.fd == out ? result.out : result.err))
                 pipe.fd = -1;
-        if (signal != 0 && result.out.find(surroundings.signalAfter) != std::string::npos)
+        if (signal != 0 && percentIn(result.out) >= surroundings.signalAtPercent)
             ::kill(child, std::exchange(signal, 0));
     }
 }

@@ -19,8 +19,8 @@ struct CommandSurroundings {
     std::filesystem::path cache = {};         ///< the user's cache folder
     std::filesystem::path configuration = {}; ///< the user's configuration folder, if not empty
     long fileSizeLimit = -1;                  ///< bytes, none if negative
-    int signal = 0;                           ///< sent once the output has come so far:
-    std::string signalAfter = "progress";
+    int signal = 0;                           ///< sent once the progress has come so far:
+    int signalAtPercent = 0;
 };
 
 /// Runs anadrome-cli and waits for it.

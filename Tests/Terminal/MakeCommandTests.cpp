@@ -106,7 +106,9 @@ TEST_F(MakeCommandTest, JsonLinesTellTheProgressOfTheWholeJob) {
             EXPECT_GE(line.at("fraction").get<double>(), last);
             last = line.at("fraction");
         }
-    EXPECT_EQ(last, 1.0);
+    EXPECT_GT(last, 0);
+    EXPECT_EQ(std::ranges::count(lines, nlohmann::json{{"event", "finishing"}}), 1)
+        << "for the place and date, whose part can't be counted";
     EXPECT_EQ(lines.back(),
               (nlohmann::json{{"event", "result"}, {"success", true}, {"output", movie}, {"frames", 60}}));
 }
@@ -148,10 +150,10 @@ TEST_F(MakeCommandTest, AnInterruptOrAKillInAnyStageLeavesNothingForLong) {
     const std::string source = clip("long.mp4", {.width = 640, .height = 480, .frames = 300});
     const std::string shortClip = clip("short.mp4", {.width = 64, .height = 48, .frames = 3});
     // In the reversal, in the speed of either direction, in the joining.
-    for (const char* percent : {"\"percent\":1", "\"percent\":3", "\"percent\":6", "\"percent\":8"})
+    for (const int percent : {10, 30, 60, 80})
         for (const auto& [signal, exitCode] : {std::pair(SIGINT, 130), std::pair(SIGKILL, -SIGKILL)}) {
             m_surroundings.signal = signal;
-            m_surroundings.signalAfter = percent;
+            m_surroundings.signalAtPercent = percent;
             const CommandResult result = run(
                 {"make", source, "-o", out() / "movie.mov", "--json", "--output-type", "reverse-forward"});
             EXPECT_EQ(result.exitCode, exitCode) << percent;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <fstream>
 
 namespace anadrome {
 
@@ -12,11 +13,13 @@ using namespace testing_support;
 
 namespace {
 
-/// An Edit screen on a clip of two seconds.
+/// So long that no test sees the end of it that doesn't want to.
+constexpr float length = 20;
+
 class EditControlsTest : public ScreenTest {
 protected:
     std::shared_ptr<EditViewController> open() {
-        return openEdit(clip("clip.mp4", {.width = 64, .height = 48, .frames = 60}));
+        return openEdit(clip("clip.mp4", {.width = 64, .height = 48, .frames = 100, .frameRate = {5, 1}}));
     }
     void tapPreview() {
         const auto& recognizer = view<PlayerView>("playerView")->gestureRecognizers().at(0);
@@ -122,10 +125,10 @@ TEST_F(EditControlsTest, ASpeedSliderHasTwoPiecesAndStepsOfATenth) {
 TEST_F(EditControlsTest, TheSeekBarRunsAgainstTheClip) {
     const auto edit = openPaused();
     const auto bar = view<UISlider>("videoSeekBar");
-    EXPECT_EQ(bar->maximumValue(), 2.0F);
-    for (const float position : {0.0F, 0.5F, 1.25F, 2.0F}) {
+    EXPECT_EQ(bar->maximumValue(), length);
+    for (const float position : {0.0F, 0.5F, 12.25F, length}) {
         slide(*bar, position);
-        EXPECT_NEAR(seconds(*edit), 2.0 - static_cast<double>(position), 1.0 / 600);
+        EXPECT_NEAR(seconds(*edit), static_cast<double>(length - position), 1.0 / 600);
         waitUntil([] { return false; }, std::chrono::milliseconds(20));
         EXPECT_NEAR(bar->value(), position, 1.0 / 600);
     }
@@ -183,9 +186,35 @@ TEST_F(EditControlsTest, LeavingForAnotherScreenPausesAndComingBackWaitsForATap)
     EXPECT_FALSE(m_stack->interactivePopGestureRecognizer()->isEnabled());
     EXPECT_EQ(edit->player()->rate(), 0.0F);
     EXPECT_EQ(icon().second, 0.0) << "the icon stays as it was";
-    slide(*view<UISlider>("videoSeekBar"), 0.5F);
+    const auto bar = view<UISlider>("videoSeekBar");
+    slide(*bar, 0.5F);
     tapPreview();
-    EXPECT_TRUE(waitUntil([&] { return view<UISlider>("videoSeekBar")->value() > 0.7F; }));
+    EXPECT_TRUE(waitUntil([&] { return bar->value() > 0.7F; }));
+
+    // Nothing watches the player any more once the screen has gone, however often it came.
+    m_stack->pushViewController(std::make_shared<UIViewController>(), false);
+    waitUntil([] { return false; }, std::chrono::milliseconds(20));
+    const float position = bar->value();
+    edit->player()->setRate(-1);
+    const double before = seconds(*edit);
+    EXPECT_TRUE(waitUntil([&] { return seconds(*edit) < before - 0.3; }));
+    EXPECT_EQ(bar->value(), position);
+}
+
+TEST_F(EditControlsTest, TheSeekBarWaitsForAClipThatIsNotLoadedAndIgnoresOneThatNeverWillBe) {
+    const auto edit = open();
+    slide(*view<UISlider>("videoSeekBar"), 5);
+    EXPECT_TRUE(waitUntil([&] { return isLoaded(*edit); }));
+    EXPECT_GT(seconds(*edit), length - 1.0);
+    m_stack->popViewControllerAnimated(false);
+
+    std::ofstream(m_folder.file("text.mp4")) << "this is no movie";
+    const auto unreadable = openEdit(m_folder.file("text.mp4"));
+    slide(*view<UISlider>("videoSeekBar"), 0);
+    const auto item = unreadable->player()->currentItem();
+    EXPECT_TRUE(waitUntil([&] { return item->status() == AVPlayerItemStatus::failed; }));
+    slide(*view<UISlider>("videoSeekBar"), 0);
+    tapPreview();
 }
 
 TEST_F(EditControlsTest, LettingGoOfASpeedSliderPlaysARenditionOfTheReversedSpeed) {
@@ -197,7 +226,7 @@ TEST_F(EditControlsTest, LettingGoOfASpeedSliderPlaysARenditionOfTheReversedSpee
     slide(*view<UISlider>("normalSpeedSlider"), 1.0F);
     EXPECT_TRUE(waitUntil([&] { return edit->player() != former; }));
     EXPECT_EQ(m_host.story(), (Story{"ring", "no hud"}));
-    EXPECT_NEAR(view<UISlider>("videoSeekBar")->maximumValue(), 1.0, 1e-6)
+    EXPECT_NEAR(view<UISlider>("videoSeekBar")->maximumValue(), length / 2, 1e-6)
         << "at the reversed speed, not at 10";
     EXPECT_EQ(edit->player()->rate(), -2.0F);
     EXPECT_TRUE(edit->player()->isMuted());

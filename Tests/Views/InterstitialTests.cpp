@@ -42,7 +42,6 @@ protected:
         m_host.clear();
         view<UIButton>("createButton")->tap();
         EXPECT_TRUE(waitUntil([&] { return edit().outputUrlForPreview() && m_host.tells("no hud"); }));
-        waitUntil([] { return false; }, std::chrono::milliseconds(50));
     }
     EditViewController& edit() const {
         return dynamic_cast<EditViewController&>(*m_stack->viewControllers().at(1));

@@ -15,6 +15,7 @@
 #include "Tests/Views/StoryHost.h"
 #include "Views/Common/Storyboards.h"
 #include "Views/Edit/EditViewController.h"
+#include "Views/Edit/SpeedCurve.h"
 #include "Views/Preview/PreviewViewController.h"
 
 namespace anadrome {
@@ -25,13 +26,12 @@ protected:
     using Story = StoryHost::Story;
 
     ScreenTest() {
-        static const bool isReady = [] {
+        [[maybe_unused]] static const bool isReady = [] {
             NSUserDefaults::standardUserDefaults().keepInMemory();
             NSUserDefaults::standardUserDefaults().registerDefaults({{"resolutionIndexKey", 1}});
             registerStoryboards();
             return true;
         }();
-        EXPECT_TRUE(isReady);
         for (const char* key : {"resolutionIndexKey", "fileTypeIndexKey", "isSaveExifKey", "doneCountKey"})
             preferences().removeObjectForKey(key);
         m_host.show(m_stack);
@@ -78,7 +78,7 @@ protected:
     /// Moves a speed slider without making a preview of the speed.
     static void setSpeed(UISlider& slider, double speed) {
         ASSERT_TRUE(slider.beginTracking());
-        slider.trackTo(static_cast<float>(speed < 1 ? (speed - 0.1) / 1.8 : (speed + 8) / 18));
+        slider.trackTo(positionOfSpeed(speed));
         slider.cancelTracking();
     }
 

@@ -31,13 +31,11 @@ void EditViewController::applySpeedToPreview() {
     m_videoEncoder->changeSpeed(
         *m_inputUrl, output, container.fileType, m_reverseSpeed, [](float) {},
         [weak = weakSelf(), output](bool success, const std::optional<std::string>& message) {
-            ViewHelper::hideHud();
-            const auto self = weak.lock();
-            if (!self)
-                return;
             debugLog(std::string("result = ") + (success ? "true" : "false"));
-            if (!success)
+            const auto self = weak.lock();
+            if (self && !success)
                 return self->stageFailed({success, message});
+            ViewHelper::hideHud();
             DispatchQueue::main().async([weak, output] {
                 if (const auto alive = weak.lock())
                     alive->loadPreviewPlayer(output);
@@ -100,7 +98,8 @@ void EditViewController::timePassed(const CMTime& time) {
 
 void EditViewController::seekBarChanged() {
     const std::shared_ptr<AVPlayerItem>& item = m_player->currentItem();
-    if (!item)
+    // An item that isn't ready has no length yet; one that can't be played never will.
+    if (!item || !CMTIME_IS_NUMERIC(item->duration()))
         return;
     const double seconds = seconds32(item->duration()) - m_videoSeekBar.lock()->value();
     m_player->seekToTime(CMTimeMakeWithSeconds(seconds, seekTimescale), kCMTimeZero, kCMTimeZero);

@@ -16,9 +16,7 @@
 #include "Platform/UIKit/UITapGestureRecognizer.h"
 #include "Views/Common/ViewHelper.h"
 #include "Views/Edit/PlayerView.h"
-
-#include <cmath>
-#include <cstdio>
+#include "Views/Edit/SpeedCurve.h"
 
 namespace anadrome {
 
@@ -150,14 +148,9 @@ void EditViewController::setNormalSpeedControlsEnabled(bool enabled) {
 }
 
 void EditViewController::updateSpeed(const UISlider& slider, double& field, UILabel& label) {
-    // Two straight pieces that meet at 1.0 in the middle, so that slow speeds are as easy to set as fast
-    // ones.
-    const double position = slider.value();
-    const double speed = position < 0.5 ? position * 1.8 + 0.1 : position * 18.0 - 8.0;
-    field = std::round(speed * 10) / 10;
-    char text[16];
-    std::snprintf(text, sizeof text, "%.1fx", field);
-    label.setText(text);
+    field = speedAtPosition(slider.value());
+    const auto tenths = static_cast<int>(std::lround(field * 10));
+    label.setText(std::to_string(tenths / 10) + '.' + std::to_string(tenths % 10) + 'x');
 }
 
 void EditViewController::reverseSpeedChanged() {

@@ -39,10 +39,8 @@ bool BackwardPictures::work(const CMTime& distance) {
     std::optional<DecodedPicture> picture = m_decoder.next();
     if (!picture || CMTimeCompare(picture->time, m_limit) >= 0)
         complete(distance);
-    else if (CMTimeCompare(picture->time, m_keepFrom) < 0)
-        m_passed = std::move(picture);
     else
-        keep(*picture);
+        pend(std::move(*picture));
     return true;
 }
 
@@ -57,20 +55,26 @@ void BackwardPictures::begin(const CMTime& distance) {
     const double duration = CMTimeGetSeconds(m_decoder.pictureDuration());
     const double needed = slack * m_pace * length;
     const double span = std::max(duration * room, needed);
-    m_step = needed < span ? kCMTimeZero : CMTimeMakeWithSeconds(span / room, stepScale);
-    m_keepFrom = CMTimeSubtract(m_limit, CMTimeMakeWithSeconds(span, stepScale));
-    m_wanted = m_keepFrom;
+    // The picture at the limit comes on top of those at the steps.
+    const double step = span / std::max(room - 1, 1.0);
+    m_step = needed < span ? kCMTimeZero : CMTimeMakeWithSeconds(step, stepScale);
+    m_wanted = CMTimeSubtract(m_limit, CMTimeMakeWithSeconds(span, stepScale));
     m_begunAt = distance;
     m_begunLength = length;
     m_stage = Stage::decoding;
 }
 
-void BackwardPictures::keep(const DecodedPicture& picture) {
-    if (CMTimeCompare(m_step, kCMTimeZero) > 0) {
-        if (CMTimeCompare(picture.time, m_wanted) < 0)
-            return;
-        m_wanted = CMTimeAdd(m_wanted, m_step);
+void BackwardPictures::pend(DecodedPicture picture) {
+    const CMTime end = picture.time;
+    if (m_pending && CMTimeCompare(m_wanted, end) < 0) {
+        keep(*m_pending);
+        while (CMTimeCompare(m_step, kCMTimeZero) > 0 && CMTimeCompare(m_wanted, end) < 0)
+            m_wanted = CMTimeAdd(m_wanted, m_step);
     }
+    m_pending = std::move(picture);
+}
+
+void BackwardPictures::keep(const DecodedPicture& picture) {
     CVPixelBufferRef pixels = m_decoder.convert(picture);
     if (!pixels)
         return;
@@ -83,10 +87,10 @@ void BackwardPictures::keep(const DecodedPicture& picture) {
 void BackwardPictures::complete(const CMTime& distance) {
     if (m_begunLength > 0)
         m_pace = secondsBetween(m_begunAt, distance) / m_begunLength;
-    // Where pictures last long, all may lie before those that were expected to fit.
-    if (m_next.pictures.empty() && m_passed)
-        keep(*m_passed);
-    m_passed.reset();
+    // The one that is seen first is never left out.
+    if (m_pending)
+        keep(*m_pending);
+    m_pending.reset();
     if (!m_next.pictures.empty()) {
         setDues();
         m_stage = Stage::complete;

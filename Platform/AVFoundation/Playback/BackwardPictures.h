@@ -30,6 +30,8 @@ private:
     enum class Stage { idle, decoding, complete, ended };
 
     void begin(const CMTime& distance);
+    /// Keeps the pending picture if it was on screen at a wanted time before this one follows it.
+    void pend(DecodedPicture picture);
     void keep(const DecodedPicture& picture);
     void complete(const CMTime& distance);
     void setDues();
@@ -46,16 +48,16 @@ private:
     /// What comes before this time is still to be handed out.
     CMTime m_limit;
     CMTime m_keyTime;
-    CMTime m_keepFrom;
-    /// How far apart pictures are kept, and the next place for one. Zero where all are kept.
-    CMTime m_step;
+    /// The next time of which the picture is kept, and the distance to the one after it. With no distance,
+    /// all from there on are.
     CMTime m_wanted;
+    CMTime m_step;
     CMTime m_begunAt;
     double m_begunLength = 0;
     /// How far play came while the last run was decoded, for each second of the decoded stretch.
     double m_pace = 0;
-    /// The last picture that was decoded and not kept.
-    std::optional<DecodedPicture> m_passed;
+    /// The last picture that was decoded: how long it stays on screen isn't known yet.
+    std::optional<DecodedPicture> m_pending;
 };
 
 } // namespace anadrome::playback
