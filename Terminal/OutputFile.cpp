@@ -1,12 +1,13 @@
 #include "Terminal/OutputFile.h"
 
+#include "Platform/Foundation/CopyBytes.h"
+#include "Platform/Foundation/FileDescriptor.h"
 #include "Platform/Foundation/NSProcessInfo.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
-#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -23,9 +24,18 @@ std::string systemMessage(const std::string& path, int error) {
     return path + ": " + std::strerror(error);
 }
 
-// Both give 0 or the system's error number.
+// They give 0 or the system's error number.
 int rename(const URL& from, const URL& to) {
     return std::rename(from.path().c_str(), to.path().c_str()) == 0 ? 0 : errno;
+}
+
+int copyFile(const URL& from, const URL& to) {
+    const FileDescriptor source(::open(from.path().c_str(), O_RDONLY | O_CLOEXEC));
+    const FileDescriptor copy(::open(to.path().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+    if (!source || !copy)
+        return errno;
+    const CopyOutcome outcome = copyBytes(source.get(), copy.get());
+    return outcome.readError ? outcome.readError : outcome.writeError;
 }
 
 int renameToFreeName(const URL& from, const URL& to) {
@@ -77,10 +87,8 @@ std::optional<std::string> OutputFile::moveHere(const URL& file) const {
         return std::nullopt;
     if (failure != EXDEV)
         return systemMessage(m_final.path(), failure);
-    std::error_code error;
-    std::filesystem::copy_file(file.path(), m_partial.path(), error);
-    if (error)
-        return systemMessage(m_final.path(), error.value());
+    if (const int copyFailure = copyFile(file, m_partial))
+        return systemMessage(m_final.path(), copyFailure);
     ::unlink(file.path().c_str());
     return std::nullopt;
 }

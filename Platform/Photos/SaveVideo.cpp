@@ -1,5 +1,6 @@
 #include "Platform/Photos/SaveVideo.h"
 
+#include "Platform/Foundation/CopyBytes.h"
 #include "Platform/Foundation/FileDescriptor.h"
 #include "Platform/Foundation/NSProcessInfo.h"
 #include "Platform/Photos/PHPhotosError.h"
@@ -11,7 +12,6 @@
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <vector>
 
 namespace anadrome {
 
@@ -75,32 +75,6 @@ private:
     const FileDescriptor m_file;
 };
 
-bool writeAll(int to, const char* bytes, std::size_t count) {
-    while (count > 0) {
-        const ssize_t written = ::write(to, bytes, count);
-        if (written < 0 && errno != EINTR)
-            return false;
-        if (written > 0) {
-            bytes += written;
-            count -= static_cast<std::size_t>(written);
-        }
-    }
-    return true;
-}
-
-std::optional<NSError> copyBytes(int from, int to) {
-    std::vector<char> buffer(1 << 20);
-    while (true) {
-        const ssize_t count = ::read(from, buffer.data(), buffer.size());
-        if (count == 0)
-            return std::nullopt;
-        if (count < 0 && errno != EINTR)
-            return sourceError(errno);
-        if (count > 0 && !writeAll(to, buffer.data(), static_cast<std::size_t>(count)))
-            return libraryError(errno);
-    }
-}
-
 std::string nameForTime(std::time_t time) {
     std::tm local{};
     ::localtime_r(&time, &local);
@@ -137,8 +111,10 @@ std::optional<NSError> saveVideo(const URL& video, const URL& folder) {
     const PartialFile copy(folder);
     if (!copy)
         return libraryError(errno);
-    if (auto error = copyBytes(source.get(), copy.descriptor()))
-        return error;
+    if (const CopyOutcome copied = copyBytes(source.get(), copy.descriptor()); copied.readError)
+        return sourceError(copied.readError);
+    else if (copied.writeError)
+        return libraryError(copied.writeError);
     const timespec times[]{status.st_atim, status.st_mtim};
     if (::futimens(copy.descriptor(), times) != 0 || ::fsync(copy.descriptor()) != 0)
         return libraryError(errno);
