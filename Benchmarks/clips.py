@@ -43,6 +43,8 @@ class Footage:
 # As hard to code as what a camera takes, at a camera's bit rates.
 HD720 = Footage("720p30", "1280x720", ("--rich", "--bitrate", "4000000"))
 HD1080 = Footage("1080p30", "1920x1080", ("--rich", "--bitrate", "8000000"))
+# In groups as the encoder makes them that nobody told otherwise; the others have a key frame a second.
+LONG_GROUPS720 = Footage("720p30 in groups of 250", "1280x720", (*HD720.content, "--gop", "250"))
 PLAIN1080 = Footage("plain 1080p30", "1920x1080")
 
 

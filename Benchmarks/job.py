@@ -3,7 +3,7 @@
 from dataclasses import dataclass
 from pathlib import Path
 
-from clips import HD720, HD1080, Clip, made
+from clips import HD720, HD1080, LONG_GROUPS720, Clip, made
 from common import CLI, FFMPEG, Plan, export_video_encoder, reverse_with_filter, sound_encoder
 from exports import BOX, FRAME_RATE, check_frames, size_in_box
 from measure import Cost, interleaved
@@ -99,28 +99,32 @@ def _melt_rows(clip: Clip, program: Cost, variants: list[Cost]) -> list[Row]:
     ]
 
 
-def _measure_clip(clip: Clip, plan: Plan, folder: Path) -> list[Row]:
-    def movie(program: str, name: str) -> Path:
-        return folder / f"{program} {name}.mp4"
-
-    jobs = {job: movie("anadrome", job.name) for job in JOBS}
-    stages = {name: movie("ffmpeg", name) for name in JOBS[-1].stages}
-    melts = {threads: movie("melt", f"in {threads} threads") for threads in MELT_THREADS}
-    commands = ({path.stem: _with_program(job, clip, path) for job, path in jobs.items()}
-                | {stages[name].stem: command for name, command in _stages(clip, stages).items()}
-                | {path.stem: _with_melt(threads, path, clip) for threads, path in melts.items()})
-
-    costs = interleaved(plan.rounds, commands)
+def _measure_stages(clip: Clip, plan: Plan, folder: Path) -> list[Row]:
+    jobs = {job: folder / f"anadrome {job.name}.mp4" for job in JOBS}
+    stages = {name: folder / f"ffmpeg {name}.mp4" for name in JOBS[-1].stages}
+    costs = interleaved(plan.rounds,
+                        {path.stem: _with_program(job, clip, path) for job, path in jobs.items()}
+                        | {stages[name].stem: command for name, command in _stages(clip, stages).items()})
+    rows = []
     for job, path in jobs.items():
         # ffmpeg joins where the first clip's sound ends, which is up to a frame later than its pictures.
         check_frames([path, stages[job.stages[-1]]], tolerance=1)
-    check_frames([jobs[BACKWARD], *melts.values()])
-    rows = _melt_rows(clip, costs[jobs[BACKWARD].stem], [costs[path.stem] for path in melts.values()])
-    for job, path in jobs.items():
         rows += _job_rows(job, clip, costs[path.stem], [costs[stages[name].stem] for name in job.stages])
     return rows
 
 
+def _measure_melt(clip: Clip, plan: Plan, folder: Path) -> list[Row]:
+    own = folder / "anadrome.mp4"
+    melts = {threads: folder / f"melt in {threads} threads.mp4" for threads in MELT_THREADS}
+    costs = interleaved(plan.rounds,
+                        {own.stem: _with_program(BACKWARD, clip, own)}
+                        | {path.stem: _with_melt(threads, path, clip) for threads, path in melts.items()})
+    check_frames([own, *melts.values()])
+    return _melt_rows(clip, costs[own.stem], [costs[path.stem] for path in melts.values()])
+
+
 def measure(plan: Plan, folder: Path) -> list[Row]:
-    return [row for footage in (HD720, HD1080)
-            for row in _measure_clip(made(footage, plan.seconds(10)), plan, folder)]
+    stages, melt = ([made(footage, plan.seconds(10)) for footage in footages]
+                    for footages in ((HD720, HD1080), (HD720, HD1080, LONG_GROUPS720)))
+    return [row for clip in stages for row in _measure_stages(clip, plan, folder)] + \
+           [row for clip in melt for row in _measure_melt(clip, plan, folder)]

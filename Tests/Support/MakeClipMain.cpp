@@ -22,6 +22,7 @@ int main(int argc, char** argv) {
     app.add_flag_callback(
         "--rich", [&] { clip.detail = Detail::Rich; }, "as hard to code as camera footage");
     app.add_option("--bitrate", clip.bitRate, "video bits a second");
+    app.add_option("--gop", clip.gop, "frames in a group of pictures")->capture_default_str();
     app.add_option("--preset", clip.preset, "the encoder's preset")->capture_default_str();
     app.add_option("--audio", clip.audioCodec, "the sound encoder")->capture_default_str();
     CLI11_PARSE(app, argc, argv);
