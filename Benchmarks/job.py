@@ -124,7 +124,8 @@ def _measure_melt(clip: Clip, plan: Plan, folder: Path) -> list[Row]:
 
 
 def measure(plan: Plan, folder: Path) -> list[Row]:
-    stages, melt = ([made(footage, plan.seconds(10)) for footage in footages]
-                    for footages in ((HD720, HD1080), (HD720, HD1080, LONG_GROUPS720)))
-    return [row for clip in stages for row in _measure_stages(clip, plan, folder)] + \
-           [row for clip in melt for row in _measure_melt(clip, plan, folder)]
+    clips = [made(footage, plan.seconds(10)) for footage in (HD720, HD1080)]
+    # melt decodes a group anew for each of its pictures, which takes its time.
+    long_groups = made(LONG_GROUPS720, plan.seconds(5))
+    return [row for clip in clips for row in _measure_stages(clip, plan, folder)] + \
+           [row for clip in (*clips, long_groups) for row in _measure_melt(clip, plan, folder)]

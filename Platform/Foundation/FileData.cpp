@@ -5,12 +5,9 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/uio.h>
 #include <utility>
-#include <vector>
 
 namespace anadrome {
 
@@ -19,48 +16,29 @@ namespace {
 /// What transferAll() gives when the file ended early; no error number of the system is negative.
 constexpr int endOfFile = -1;
 
-template <typename Byte>
-std::vector<iovec> vectorsOf(std::span<const std::span<Byte>> pieces) {
-    std::vector<iovec> vectors;
-    vectors.reserve(pieces.size());
-    for (const auto& piece : pieces) {
-        if (!piece.empty())
-            vectors.push_back({const_cast<std::byte*>(piece.data()), piece.size()});
-    }
-    return vectors;
-}
+/// A larger write makes the kernel look for larger pieces of memory to keep it in, which took four times as
+/// long for the frames of a clip.
+constexpr std::size_t largestTransfer = 256 << 10;
 
-/// Drops the first bytes of the vectors.
-void advance(std::span<iovec>& vectors, std::size_t count) {
-    while (!vectors.empty() && count >= vectors.front().iov_len) {
-        count -= vectors.front().iov_len;
-        vectors = vectors.subspan(1);
-    }
-    if (count > 0) {
-        iovec& first = vectors.front();
-        first = {static_cast<std::byte*>(first.iov_base) + count, first.iov_len - count};
-    }
-}
-
-/// Repeats readv or writev until all the vectors are through. 0, the system's error number, or endOfFile.
-template <typename Transfer>
-int transferAll(Transfer transfer, int descriptor, std::span<iovec> vectors) {
-    while (!vectors.empty()) {
-        const auto batch = static_cast<int>(std::min<std::size_t>(vectors.size(), IOV_MAX));
-        const ssize_t moved = transfer(descriptor, vectors.data(), batch);
-        if (moved == 0)
-            return endOfFile;
-        if (moved < 0 && errno != EINTR)
-            return errno;
-        if (moved > 0)
-            advance(vectors, static_cast<std::size_t>(moved));
-    }
+/// Repeats read() or write() until all pieces are through. 0, the system's error number, or endOfFile.
+template <typename Transfer, typename Byte>
+int transferAll(Transfer transfer, int descriptor, std::span<const std::span<Byte>> pieces) {
+    for (std::span<Byte> rest : pieces)
+        while (!rest.empty()) {
+            const ssize_t moved = transfer(descriptor, rest.data(), std::min(rest.size(), largestTransfer));
+            if (moved == 0)
+                return endOfFile;
+            if (moved < 0 && errno != EINTR)
+                return errno;
+            if (moved > 0)
+                rest = rest.subspan(static_cast<std::size_t>(moved));
+        }
     return 0;
 }
 
 /// 0 or the system's error number. A file that close() fails on may have lost what was written.
-int writeAndClose(FileDescriptor file, std::span<iovec> vectors) {
-    if (const int failure = transferAll(::writev, file.get(), vectors))
+int writeAndClose(FileDescriptor file, std::span<const std::span<const std::byte>> pieces) {
+    if (const int failure = transferAll(::write, file.get(), pieces))
         return failure == endOfFile ? EIO : failure;
     return ::close(file.release()) == 0 || errno == EINTR ? 0 : errno;
 }
@@ -79,8 +57,7 @@ std::optional<NSError> writeData(const URL& url, std::span<const std::span<const
         return fileError(FileAction::write, errno, url.path());
     // A device or a pipe that a path may stand for isn't ours to remove.
     const bool isRemovable = isRegularFile(file.get());
-    std::vector<iovec> vectors = vectorsOf(pieces);
-    const int failure = writeAndClose(std::move(file), vectors);
+    const int failure = writeAndClose(std::move(file), pieces);
     if (failure == 0)
         return std::nullopt;
     if (isRemovable)
@@ -128,8 +105,7 @@ std::size_t FileReader::size() const {
 }
 
 bool FileReader::read(std::span<const std::span<std::byte>> pieces) {
-    std::vector<iovec> vectors = vectorsOf(pieces);
-    return transferAll(::readv, m_file.get(), vectors) == 0;
+    return transferAll(::read, m_file.get(), pieces) == 0;
 }
 
 } // namespace anadrome
