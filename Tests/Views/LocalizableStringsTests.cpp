@@ -6,7 +6,6 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
-#include <regex>
 #include <set>
 
 namespace anadrome {
@@ -28,17 +27,22 @@ std::map<std::string, std::string> textsIn(const std::string& language) {
     return texts.value_or(std::map<std::string, std::string>{});
 }
 
+void addKeysIn(const std::string& text, std::set<std::string>& keys) {
+    const std::string call = "NSLocalizedString(\"";
+    for (std::size_t place = text.find(call); place != std::string::npos; place = text.find(call, place)) {
+        place += call.size();
+        keys.insert(text.substr(place, text.find('"', place) - place));
+    }
+}
+
 std::set<std::string> usedKeys() {
-    const std::regex call(R"re(NSLocalizedString\("([^"]+)"\))re");
     std::set<std::string> keys;
     for (const char* folder : {"App", "Ads", "Models", "Views"}) {
         if (!std::filesystem::exists(sources / folder))
             continue;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(sources / folder)) {
-            const std::string text = entry.is_regular_file() ? contentsOf(entry.path()) : "";
-            for (std::sregex_iterator match(text.begin(), text.end(), call), end; match != end; ++match)
-                keys.insert((*match)[1]);
-        }
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(sources / folder))
+            if (entry.is_regular_file())
+                addKeysIn(contentsOf(entry.path()), keys);
     }
     return keys;
 }
