@@ -93,10 +93,10 @@ TEST_F(PlayerTest, ShowsTheRightPictureAtEveryTickAtEveryRate) {
             AVPlayer& player = load(path);
             const CMTime duration = player.currentItem()->duration();
             seek(row.rate < 0 ? duration : kCMTimeZero);
-            const std::size_t before = m_sink->numbers.size();
+            const std::size_t shownBefore = m_sink->numbers.size();
             player.setRate(row.rate);
             // The first picture of this direction sets the time going.
-            ASSERT_TRUE(loopUntil([&] { return row.rate > 0 || m_sink->numbers.size() > before; }));
+            ASSERT_TRUE(loopUntil([&] { return row.rate > 0 || m_sink->numbers.size() > shownBefore; }));
             ASSERT_TRUE(showsSoon(expectedNumber(frames)));
             int ticks = 0;
             for (; player.rate() != 0 && ticks < row.most; ++ticks) {
