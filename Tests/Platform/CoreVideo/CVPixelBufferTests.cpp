@@ -48,23 +48,6 @@ TEST(CVPixelBuffer, LaysOutItsPlanesInRowsOfWholeCacheLines) {
     }
 }
 
-TEST(CVPixelBuffer, GivesEveryPlaneAlignedMemoryOfItsOwn) {
-    for (const OSType format : {eightBit, tenBit}) {
-        const CVPixelBufferRef buffer = make(101, 33, format);
-        ASSERT_EQ(CVPixelBufferLockBaseAddress(buffer, 0), 0);
-        for (std::size_t plane = 0; plane < 2; ++plane) {
-            void* address = CVPixelBufferGetBaseAddressOfPlane(buffer, plane);
-            EXPECT_EQ(reinterpret_cast<std::uintptr_t>(address) % 64, 0u);
-            std::memset(address, static_cast<int>(plane) + 1,
-                        CVPixelBufferGetBytesPerRowOfPlane(buffer, plane) *
-                            CVPixelBufferGetHeightOfPlane(buffer, plane));
-        }
-        const auto* luma = static_cast<unsigned char*>(CVPixelBufferGetBaseAddressOfPlane(buffer, 0));
-        EXPECT_EQ(luma[CVPixelBufferGetBytesPerRowOfPlane(buffer, 0) * 33 - 1], 1);
-        EXPECT_NE(CVPixelBufferGetBaseAddress(buffer), nullptr);
-    }
-}
-
 TEST(CVPixelBuffer, HasNoPlanesWhereTheFormatIsNotPlanar) {
     const CVPixelBufferRef buffer = make(17, 5, kCVPixelFormatType_32BGRA);
     CVPixelBufferLockBaseAddress(buffer, 0);

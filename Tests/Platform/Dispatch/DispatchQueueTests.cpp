@@ -124,23 +124,6 @@ TEST(DispatchQueue, RunsManyGlobalBlocksAtTheSameTime) {
     }
 }
 
-TEST(DispatchQueue, HandsMemoryOverFromQueueToQueue) {
-    int value = 0;
-    std::binary_semaphore done(0);
-    const DispatchQueue serial = DispatchQueue::serial("relay");
-    std::function<void()> relay = [&] {
-        if (++value == 300)
-            return done.release();
-        if (value % 3 == 0)
-            DispatchQueue::global(QualityOfService::utility).async(relay);
-        else
-            serial.async(relay);
-    };
-    serial.async(relay);
-    done.acquire();
-    EXPECT_EQ(value, 300);
-}
-
 TEST(DispatchQueueDeathTest, DoesNotHoldUpTheEndOfTheProcess) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const auto endWithBlocksAtWork = [] {

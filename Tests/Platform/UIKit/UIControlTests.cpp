@@ -156,17 +156,6 @@ TEST_F(UIControlTest, AControlSurvivesAnActionThatTakesItOffTheScreen) {
     EXPECT_TRUE(watched.expired());
 }
 
-TEST_F(UIControlTest, AButtonShowsTheTitleOfItsState) {
-    UIButton button;
-    button.setTitle("Save", UIControlState::normal);
-    button.setEnabled(false);
-    EXPECT_EQ(button.titleLabel()->text(), "Save");
-    button.setTitle("Saved", UIControlState::disabled);
-    EXPECT_EQ(button.titleLabel()->text(), "Saved");
-    button.setEnabled(true);
-    EXPECT_EQ(button.titleLabel()->text(), "Save");
-}
-
 TEST_F(UIControlTest, ChangesOnTheScreenAreToldOnceWithTheirDuration) {
     const auto label = std::make_shared<UILabel>();
     label->setText("unseen");

@@ -103,21 +103,6 @@ TEST_F(ClipMakerTest, NumbersAreReadHoweverThePictureIsTurnedAndOnlyWhereThereIs
         EXPECT_EQ(readFrameNumber(viewOf(none)), std::nullopt);
 }
 
-TEST_F(ClipMakerTest, WritesTheMatrixThatTurnsThePictureBackToTheOrigin) {
-    const int rows[][6] = {{0, 1, -1, 0, 48, 0},  {-1, 0, 0, -1, 64, 48}, {0, -1, 1, 0, 0, 64},
-                           {-1, 0, 0, 1, 64, 0},  {1, 0, 0, -1, 0, 48},   {0, 1, 1, 0, 0, 0},
-                           {0, -1, -1, 0, 48, 64}};
-    for (int index = 1; index < kOrientationCount; ++index) {
-        const auto orientation = static_cast<Orientation>(index);
-        const auto& [a, b, c, d, x, y] = rows[index - 1];
-        const int one = 1 << 16;
-        EXPECT_EQ(made("turned.mov", {.width = 64, .height = 48, .frames = 1, .orientation = orientation})
-                      .video.at(0)
-                      .displayMatrix,
-                  (DisplayMatrix{a * one, b * one, 0, c * one, d * one, 0, x * one, y * one, 1 << 30}));
-    }
-}
-
 TEST_F(ClipMakerTest, TagsTheColoursAndKeepsTheLevelsOfEitherRange) {
     const struct {
         const char* name;
@@ -146,31 +131,6 @@ TEST_F(ClipMakerTest, TagsTheColoursAndKeepsTheLevelsOfEitherRange) {
         lumas.push_back(video.frames.at(0).meanLuma);
     }
     EXPECT_NEAR(lumas[2], lumas[3], 0.5);
-}
-
-TEST_F(ClipMakerTest, StartsPictureAndSoundWhenTold) {
-    for (const char* name : {"late.mov", "late.mp4", "late.mkv"}) {
-        SCOPED_TRACE(name);
-        const MovieFacts movie = made(
-            name,
-            {.frames = 12, .frameRate = {24, 1}, .startSeconds = 1.5, .bFrames = 2, .audioCodec = "aac"});
-        ASSERT_EQ(movie.video.at(0).frames.size(), 12u);
-        EXPECT_NEAR(movie.video[0].frames[0].seconds, 1.5, 0.001);
-        EXPECT_NEAR(movie.video[0].frames[11].seconds, 1.5 + 11 / 24.0, 0.001);
-        const Sound& sound = movie.sound.at(0).sound;
-        EXPECT_LT(level(sound, 0, 1.482, 0.010).value_or(-99), -30);
-        EXPECT_GT(level(sound, 0, 1.502, 0.010).value_or(-99), -12);
-    }
-}
-
-TEST_F(ClipMakerTest, TimesFramesByThePattern) {
-    const VideoFacts video = made("a.mov", {.frames = 5, .frameTicks = {20, 50, 10}}).video.at(0);
-    EXPECT_EQ(video.timeBase.den, 600);
-    std::vector<std::int64_t> times;
-    for (const FrameFacts& frame : video.frames)
-        times.push_back(frame.pts);
-    EXPECT_EQ(times, (std::vector<std::int64_t>{0, 20, 70, 80, 100}));
-    EXPECT_NEAR(video.durationSeconds, 150 / 600.0, 1e-9);
 }
 
 TEST_F(ClipMakerTest, SoundsTheToneOfEverySecondOnEveryChannel) {
@@ -202,31 +162,6 @@ TEST_F(ClipMakerTest, SoundsTheToneOfEverySecondOnEveryChannel) {
                 EXPECT_NEAR(toneIn(facts.sound, channel, second + 0.25, 0.5).value_or(0), pitch, 2);
                 EXPECT_NEAR(level(facts.sound, channel, second + 0.25, 0.5).value_or(0), -9.03, 0.5);
             }
-    }
-}
-
-TEST_F(ClipMakerTest, MakesTheFirstSoundUndecodableAndLeavesTheSecond) {
-    const struct {
-        const char* name;
-        const char* codec;
-        bool fragmented;
-    } rows[] = {{"a.mov", "aac", false},
-                {"a.mp4", "aac", false},
-                {"b.mov", "aac", true},
-                {"c.mov", "pcm_s16le", false}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const MovieFacts movie = made(row.name, {.audioCodec = row.codec,
-                                                 .secondAudioTrack = true,
-                                                 .unknownFirstSound = true,
-                                                 .dataTrack = true,
-                                                 .fragmented = row.fragmented});
-        ASSERT_EQ(movie.sound.size(), 2u);
-        EXPECT_EQ(movie.sound[0].codecTag, "xq4z");
-        EXPECT_TRUE(movie.sound[0].sound.samples.empty());
-        EXPECT_NEAR(toneIn(movie.sound[1].sound, 0, 0.25, 0.5).value_or(0), 325, 2);
-        EXPECT_EQ(movie.otherTracks, 1);
-        EXPECT_EQ(movie.video.at(0).numbers(), countingUp(30));
     }
 }
 
