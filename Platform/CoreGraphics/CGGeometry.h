@@ -38,7 +38,5 @@ inline constexpr CGAffineTransform CGAffineTransformIdentity{};
 CGPoint CGPointApplyAffineTransform(CGPoint point, const CGAffineTransform& transform);
 /// The translation plays no part; a side may come out negative.
 CGSize CGSizeApplyAffineTransform(CGSize size, const CGAffineTransform& transform);
-/// First `first`, then `second`.
-CGAffineTransform CGAffineTransformConcat(const CGAffineTransform& first, const CGAffineTransform& second);
 
 } // namespace anadrome

@@ -209,49 +209,6 @@ CMTime CMTimeMultiply(const CMTime& time, std::int32_t factor) {
     return fromFraction(Int128{time.value} * factor, time.timescale, time.timescale, time.flags, time.epoch);
 }
 
-CMTime CMTimeMultiplyByFloat64(const CMTime& time, double factor) {
-    if (std::isnan(factor))
-        return kCMTimeInvalid;
-    if (kindOf(time) != Kind::numeric)
-        return multipliedSpecial(time, signOf(factor));
-    if (std::isinf(factor))
-        return multipliedSpecial(infinity(factor > 0), signOf(time.value));
-    constexpr std::int64_t fineScale = 65536;
-    std::int64_t scale = time.timescale;
-    while (scale < fineScale)
-        scale *= 2;
-    const auto value = static_cast<long double>(time.value);
-    const long double product = value * factor;
-    const bool isProductExact = std::fma(value, static_cast<long double>(factor), -product) == 0;
-    for (; scale > 0; scale /= 2) {
-        const long double scaled = product * scale / time.timescale;
-        const long double rounded = std::round(scaled);
-        if (rounded < -0x1p63L || rounded >= 0x1p63L)
-            continue;
-        const bool isRounded = !isProductExact || rounded != scaled;
-        return {static_cast<std::int64_t>(rounded), static_cast<std::int32_t>(scale),
-                time.flags | roundedFlagIf(isRounded), time.epoch};
-    }
-    return infinity(product > 0);
-}
-
-CMTime CMTimeMultiplyByRatio(const CMTime& time, std::int32_t multiplier, std::int32_t divisor) {
-    if (divisor == 0)
-        return kCMTimeInvalid;
-    const int sign = divisor > 0 ? 1 : -1;
-    if (kindOf(time) != Kind::numeric)
-        return multipliedSpecial(time, signOf(multiplier) * sign);
-    const Int128 numerator = Int128{time.value} * multiplier * sign;
-    const std::int64_t denominator = std::int64_t{time.timescale} * std::abs(std::int64_t{divisor});
-    if (denominator <= maximumScale && fits(numerator))
-        return {static_cast<std::int64_t>(numerator), static_cast<std::int32_t>(denominator), time.flags,
-                time.epoch};
-    // In its lowest terms the fraction may yet fit.
-    const auto common = static_cast<std::int64_t>(numerator % denominator);
-    const std::int64_t lowest = denominator / std::gcd(common, denominator);
-    return fromFraction(numerator, denominator, std::min(lowest, maximumScale), time.flags, time.epoch);
-}
-
 int CMTimeCompare(const CMTime& a, const CMTime& b) {
     const Kind kindOfA = kindOf(a);
     const Kind kindOfB = kindOf(b);

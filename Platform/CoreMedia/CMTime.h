@@ -79,13 +79,8 @@ CMTime CMTimeConvertScale(const CMTime& time, std::int32_t newTimescale, CMTimeR
 /// Exact at the least common timescale; rounded, and flagged so, only where that or the value would overflow.
 CMTime CMTimeAdd(const CMTime& a, const CMTime& b);
 CMTime CMTimeSubtract(const CMTime& minuend, const CMTime& subtrahend);
-/// The products keep indefinite times and infinities, these with the factor's sign; an infinity times 0 is
-/// invalid.
+/// Keeps indefinite times and infinities, these with the factor's sign; an infinity times 0 is invalid.
 CMTime CMTimeMultiply(const CMTime& time, std::int32_t factor);
-/// At a timescale of at least 65536, reached by doubling.
-CMTime CMTimeMultiplyByFloat64(const CMTime& time, double factor);
-/// The exact fraction, not in its lowest terms. A divisor of 0 gives an invalid time.
-CMTime CMTimeMultiplyByRatio(const CMTime& time, std::int32_t multiplier, std::int32_t divisor);
 
 /// -1, 0 or 1. A total order: -infinity < numeric < indefinite < +infinity < invalid; numeric times are
 /// compared by epoch, then as exact fractions.

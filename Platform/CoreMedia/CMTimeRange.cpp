@@ -65,11 +65,6 @@ bool CMTIMERANGE_IS_EMPTY(const CMTimeRange& range) {
     return CMTIMERANGE_IS_VALID(range) && CMTimeCompare(range.duration, kCMTimeZero) == 0;
 }
 
-bool CMTimeRangeContainsTime(const CMTimeRange& range, const CMTime& time) {
-    return CMTIMERANGE_IS_VALID(range) && CMTIME_IS_NUMERIC(time) && CMTimeCompare(range.start, time) <= 0 &&
-           CMTimeCompare(time, CMTimeRangeGetEnd(range)) < 0;
-}
-
 CMTimeRange CMTimeRangeGetIntersection(const CMTimeRange& a, const CMTimeRange& b) {
     if (!CMTIMERANGE_IS_VALID(a) || !CMTIMERANGE_IS_VALID(b))
         return kCMTimeRangeInvalid;

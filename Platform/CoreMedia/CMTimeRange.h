@@ -19,7 +19,6 @@ CMTimeRange CMTimeRangeFromTimeToTime(const CMTime& start, const CMTime& end);
 CMTime CMTimeRangeGetEnd(const CMTimeRange& range);
 bool CMTIMERANGE_IS_VALID(const CMTimeRange& range);
 bool CMTIMERANGE_IS_EMPTY(const CMTimeRange& range);
-bool CMTimeRangeContainsTime(const CMTimeRange& range, const CMTime& time);
 /// Empty if the two have no time in common.
 CMTimeRange CMTimeRangeGetIntersection(const CMTimeRange& a, const CMTimeRange& b);
 
