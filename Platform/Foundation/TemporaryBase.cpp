@@ -1,15 +1,15 @@
 #include "Platform/Foundation/TemporaryBase.h"
 
+#include "Platform/Foundation/FileDescriptor.h"
 #include "Platform/Foundation/URL.h"
 #include "Platform/Foundation/UserFolders.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <fcntl.h>
 #include <linux/magic.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
+#include <unistd.h>
 
 namespace anadrome {
 
@@ -64,17 +64,6 @@ bool isProcessFolderName(std::string_view name) {
         name.remove_prefix(std::min(field.size() + 1, name.size()));
     }
     return name.empty();
-}
-
-FileDescriptor openLocked(const std::string& path, int extraOpenFlags, bool wait) {
-    FileDescriptor file(::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | extraOpenFlags, 0600));
-    if (!file)
-        return {};
-    while (::flock(file.get(), LOCK_EX | (wait ? 0 : LOCK_NB)) != 0) {
-        if (errno != EINTR)
-            return {};
-    }
-    return file;
 }
 
 } // namespace anadrome

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "Platform/Foundation/FileDescriptor.h"
-
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,8 +25,5 @@ bool isProcessFolderName(std::string_view name);
 inline std::string lockPathOf(const std::string& folder) {
     return folder + ".lock";
 }
-
-/// Opens a lock file, which must be no link, and waits for the lock or not. Empty on failure.
-FileDescriptor openLocked(const std::string& path, int extraOpenFlags, bool wait);
 
 } // namespace anadrome

@@ -1,5 +1,6 @@
 #include "Platform/Foundation/TemporaryDirectory.h"
 
+#include "Platform/Foundation/FileLock.h"
 #include "Platform/Foundation/NSFileManager.h"
 #include "Platform/Foundation/NSProcessInfo.h"
 #include "Platform/Foundation/Print.h"
