@@ -23,6 +23,10 @@ enum NSURLErrorCode : long {
     NSURLErrorSecureConnectionFailed = -1200,
 };
 
+/// Of the error that lies under NSURLErrorBadServerResponse where an answer came with another status than was
+/// asked for. Its code is that status.
+inline constexpr const char* HTTPStatusDomain = "HTTPStatus";
+
 struct HttpRequest {
     /// http or https, with its query.
     std::string address;

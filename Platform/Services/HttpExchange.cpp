@@ -25,6 +25,16 @@ NSError tooLong() {
     return urlError(NSURLErrorDataLengthExceedsMaximum, "The server's answer is too long.");
 }
 
+int statusOf(const QNetworkReply& reply) {
+    return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+}
+
+NSError badAnswer(const QNetworkReply& reply) {
+    const int status = statusOf(reply);
+    return {NSURLErrorDomain, NSURLErrorBadServerResponse, "The server's answer isn't what was asked for.",
+            NSError(HTTPStatusDomain, status, "The status is " + std::to_string(status) + '.')};
+}
+
 NSError failure(const QNetworkReply& reply) {
     switch (reply.error()) {
     case QNetworkReply::ConnectionRefusedError:
@@ -48,7 +58,7 @@ NSError failure(const QNetworkReply& reply) {
     case QNetworkReply::TooManyRedirectsError:
         return urlError(NSURLErrorHTTPTooManyRedirects, "The server refers from address to address.");
     default:
-        return urlError(NSURLErrorBadServerResponse, "The server's answer isn't what was asked for.");
+        return badAnswer(reply);
     }
 }
 
@@ -119,11 +129,11 @@ private:
 
     void finish() {
         takeArrived();
-        const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+        const int status = statusOf(*m_reply);
         if (m_reply->error() != QNetworkReply::NoError)
             end(failure(*m_reply));
         else if (status < 200 || status > 299)
-            end(urlError(NSURLErrorBadServerResponse, "The server's answer isn't what was asked for."));
+            end(badAnswer(*m_reply));
         else
             end(std::move(m_body));
     }
