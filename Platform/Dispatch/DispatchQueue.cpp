@@ -13,11 +13,15 @@
 #include <utility>
 
 #ifdef __SANITIZE_THREAD__
-/// Packaged Qt isn't built for the thread sanitizer, which therefore doesn't see how Qt orders its own
-/// memory. Accesses of our own code are checked all the same.
+/// Packaged Qt, and what its event loops and its network stand on, isn't built for the thread sanitizer,
+/// which therefore doesn't see how it orders its own memory. Accesses of our own code are checked all the
+/// same.
 extern "C" const char* __tsan_default_suppressions() {
     return "called_from_lib:libQt6Core.so\n"
-           "called_from_lib:libQt6Network.so\n";
+           "called_from_lib:libQt6Network.so\n"
+           "called_from_lib:libglib-2.0.so\n"
+           "called_from_lib:libssl.so\n"
+           "called_from_lib:libcrypto.so\n";
 }
 #endif
 

@@ -5,6 +5,7 @@
 #include "Platform/Services/HttpExchange.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QNetworkAccessManager>
 #include <QSslSocket>
 #include <QThread>
@@ -19,29 +20,51 @@ namespace {
 
 using Completion = HttpClient::Completion;
 
-/// The thread and its network. Requests pass to it under a mutex of ours; Qt only wakes it up.
+/// Takes requests to its thread under a mutex of ours; Qt only wakes the thread up.
+class Network final : public QObject {
+public:
+    /// Any thread.
+    void add(HttpRequest request, Completion completion) {
+        std::lock_guard lock(m_mutex);
+        m_requests.emplace_back(std::move(request), std::move(completion));
+        QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    }
+
+private:
+    void customEvent(QEvent*) override {
+        auto [request, completion] = take();
+        beginHttpExchange(m_manager, request, std::move(completion));
+    }
+
+    std::pair<HttpRequest, Completion> take() {
+        std::lock_guard lock(m_mutex);
+        auto next = std::move(m_requests.front());
+        m_requests.pop_front();
+        return next;
+    }
+
+    std::mutex m_mutex;
+    std::deque<std::pair<HttpRequest, Completion>> m_requests;
+    /// A child, so that it goes to the thread along.
+    QNetworkAccessManager m_manager{this};
+};
+
+/// First asked for on the main thread while there is an application, and ended with it. Never destroyed.
 class HttpThread {
 public:
-    /// First called on the main thread while there is an application. Never destroyed; ended with the
-    /// application.
     static HttpThread& shared() {
         static HttpThread& thread = *new HttpThread;
         return thread;
     }
 
-    void add(HttpRequest request, Completion completion) {
-        std::lock_guard lock(m_mutex);
-        m_requests.emplace_back(std::move(request), std::move(completion));
-        QMetaObject::invokeMethod(
-            m_manager, [this] { beginNext(); }, Qt::QueuedConnection);
-    }
+    Network& network() { return m_network; }
 
 private:
-    HttpThread() : m_manager(new QNetworkAccessManager) {
+    HttpThread() : m_network(*new Network) {
         m_thread.setObjectName("http");
-        m_manager->moveToThread(&m_thread);
-        QObject::connect(&m_thread, &QThread::finished, m_manager, &QObject::deleteLater);
-        QMetaObject::invokeMethod(m_manager, prepareForExit, Qt::QueuedConnection);
+        m_network.moveToThread(&m_thread);
+        QObject::connect(&m_thread, &QThread::started, &m_network, prepareForExit);
+        QObject::connect(&m_thread, &QThread::finished, &m_network, &QObject::deleteLater);
         qAddPostRoutine([] { shared().end(); });
         m_thread.start();
     }
@@ -53,18 +76,6 @@ private:
         std::atexit([] { shared().end(); });
     }
 
-    void beginNext() {
-        auto [request, completion] = take();
-        beginHttpExchange(*m_manager, request, std::move(completion));
-    }
-
-    std::pair<HttpRequest, Completion> take() {
-        std::lock_guard lock(m_mutex);
-        auto next = std::move(m_requests.front());
-        m_requests.pop_front();
-        return next;
-    }
-
     void end() {
         m_thread.quit();
         m_thread.wait();
@@ -72,9 +83,7 @@ private:
 
     QThread m_thread;
     /// Lives on the thread, and goes with it.
-    QNetworkAccessManager* const m_manager;
-    std::mutex m_mutex;
-    std::deque<std::pair<HttpRequest, Completion>> m_requests;
+    Network& m_network;
 };
 
 NSError unsupportedAddress() {
@@ -86,7 +95,7 @@ NSError unsupportedAddress() {
 void HttpClient::send(HttpRequest request, Completion completion) {
     DispatchQueue::main().async([request = std::move(request), completion = std::move(completion)]() mutable {
         if (isHttpAddress(request.address))
-            HttpThread::shared().add(std::move(request), std::move(completion));
+            HttpThread::shared().network().add(std::move(request), std::move(completion));
         else
             completion(unsupportedAddress());
     });
