@@ -9,7 +9,7 @@ namespace {
 /// Nothing leaves the machine unless somebody set a source.
 class NoAds final : public GADAdSource {
 public:
-    void fetch(const std::string&, const GADRequest&, Completion completion) override {
+    void fetch(const GADAdPlace&, const GADRequest&, Completion completion) override {
         DispatchQueue::main().async([completion = std::move(completion)] {
             completion(NSError(GADErrorDomain, GADErrorNetworkError, "No ad server is configured."));
         });

@@ -10,7 +10,7 @@ namespace {
 /// Answers each request when the test wants it to.
 class HeldAds final : public GADAdSource {
 public:
-    void fetch(const std::string&, const GADRequest&, Completion completion) override {
+    void fetch(const GADAdPlace&, const GADRequest&, Completion completion) override {
         ++requests;
         m_waiting.push_back(std::move(completion));
     }

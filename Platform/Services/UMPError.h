@@ -1,0 +1,15 @@
+#pragma once
+
+namespace anadrome {
+
+inline constexpr const char* UMPErrorDomain = "UMPErrorDomain";
+
+/// Codes of UMPErrorDomain.
+enum UMPErrorCode : long {
+    UMPRequestErrorCodeNetwork = 3,
+    UMPRequestErrorCodeMisconfiguration = 4,
+    UMPFormErrorCodeUnavailable = 7,
+    UMPFormErrorCodeInvalidViewController = 9,
+};
+
+} // namespace anadrome
