@@ -16,7 +16,8 @@
 /// Packaged Qt isn't built for the thread sanitizer, which therefore doesn't see how Qt orders its own
 /// memory. Accesses of our own code are checked all the same.
 extern "C" const char* __tsan_default_suppressions() {
-    return "called_from_lib:libQt6Core.so\n";
+    return "called_from_lib:libQt6Core.so\n"
+           "called_from_lib:libQt6Network.so\n";
 }
 #endif
 

@@ -63,6 +63,10 @@ std::string userConfigurationFolder() {
     return userFolder("XDG_CONFIG_HOME", ".config");
 }
 
+std::string userStateFolder() {
+    return userFolder("XDG_STATE_HOME", ".local/state");
+}
+
 std::string userVideosFolder() {
     std::string folder = homeFolder().empty() ? "" : homeFolder() + "/Videos";
     std::ifstream file(userConfigurationFolder() + "/user-dirs.dirs");

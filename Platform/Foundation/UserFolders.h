@@ -13,6 +13,9 @@ std::string userCacheFolder();
 /// For what the user has chosen: $XDG_CONFIG_HOME, else ~/.config.
 std::string userConfigurationFolder();
 
+/// For what the program remembers by itself: $XDG_STATE_HOME, else ~/.local/state.
+std::string userStateFolder();
+
 /// For movies: what user-dirs.dirs in the configuration folder names, else ~/Videos.
 std::string userVideosFolder();
 

@@ -43,8 +43,9 @@ struct Deployment {
     static void setCurrent(Deployment values);
 
     /// Reads files of lines "key = value", with empty lines and lines that begin with "#"; later files win. A
-    /// missing file has no lines. A line that can't be understood, and a value that is wrong for its key, is
-    /// told to `complain` in one line with file, number and reason; the value before it stays.
+    /// missing file has no lines, and an empty value takes one of an earlier file back. A line that can't be
+    /// understood, and a value that is wrong for its key, is told to `complain` in one line with file, number
+    /// and reason; the value before it stays. So is a file that can't be read or is larger than 64 kB.
     static Deployment read(const std::vector<std::string>& files,
                            const std::function<void(std::string_view line)>& complain);
 

@@ -27,7 +27,7 @@ struct HttpRequest {
     /// http or https, with its query.
     std::string address;
     /// Sent with POST as JSON; an empty one asks with GET.
-    std::string body;
+    std::string body{};
     /// For the whole exchange, redirects included.
     std::chrono::milliseconds timeout{10'000};
     /// Bytes of the answer. One that is longer is broken off.
@@ -42,7 +42,9 @@ public:
     /// The body of an answer with a status of 200 to 299; for any other end an error of NSURLErrorDomain.
     using Completion = std::function<void(Result<std::string> result)>;
 
-    /// Any thread, returns at once. Completes once, on the main queue, never before the call returns.
+    /// Any thread, returns at once. Completes once, on the main queue, never before the call returns. The
+    /// request leaves when the main thread gets to it. One that is under way at the application's end is
+    /// broken off.
     static void send(HttpRequest request, Completion completion);
 };
 

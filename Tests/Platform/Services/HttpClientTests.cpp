@@ -1,0 +1,116 @@
+#include "Platform/Services/HttpClient.h"
+#include "Tests/Support/EventLoop.h"
+#include "Tests/Support/RawServer.h"
+
+#include <gtest/gtest.h>
+#include <optional>
+
+using namespace anadrome;
+using namespace anadrome::testing_support;
+
+namespace {
+
+constexpr std::size_t maximumLength = 100'000;
+
+/// The code of the error, or 0, once the answer is there.
+struct Outcome {
+    long code = 0;
+    std::string body;
+};
+
+Outcome outcomeOf(HttpRequest request) {
+    std::optional<Outcome> outcome;
+    request.maximumLength = maximumLength;
+    HttpClient::send(std::move(request), [&](Result<std::string> result) {
+        EXPECT_FALSE(outcome.has_value());
+        outcome = result ? Outcome{0, *result} : Outcome{result.error().code(), ""};
+    });
+    EXPECT_FALSE(outcome.has_value());
+    EXPECT_TRUE(runEventLoopUntil([&] { return outcome.has_value(); }));
+    return outcome.value_or(Outcome{});
+}
+
+/// For a server that doesn't come to an end, and for one that does.
+constexpr std::chrono::milliseconds shortTime{300}, longTime{60'000};
+
+struct Case {
+    const char* name;
+    RawAnswer answer;
+    long code;
+    std::chrono::milliseconds timeout = longTime;
+    std::string body = "";
+};
+
+const Case cases[] = {
+    {"an answer", {httpAnswer("200 OK", "Content-Length: 2\r\n", "{}")}, 0, longTime, "{}"},
+    {"one without a length", {httpAnswer("200 OK", "", "{}")}, 0, longTime, "{}"},
+    {"one of just the length allowed",
+     {httpAnswer("200 OK", "", std::string(maximumLength, 'x'))},
+     0,
+     longTime,
+     std::string(maximumLength, 'x')},
+    {"nothing to say", {httpAnswer("204 No Content")}, 0},
+    {"an unknown page", {httpAnswer("404 Not Found", "", "{}")}, NSURLErrorBadServerResponse},
+    {"a broken server", {httpAnswer("500 Internal Server Error")}, NSURLErrorBadServerResponse},
+    {"a redirect to nowhere", {httpAnswer("302 Found")}, NSURLErrorBadServerResponse},
+    {"another protocol", {"220 mail.example.com ESMTP\r\n\r\n"}, NSURLErrorNetworkConnectionLost},
+    {"no answer", {"", "", false, false}, NSURLErrorTimedOut, shortTime},
+    {"half a head", {"HTTP/1.1 200 OK\r\nContent-", "", false, false}, NSURLErrorTimedOut, shortTime},
+    {"a trickle", {httpAnswer("200 OK"), "x", true}, NSURLErrorTimedOut, shortTime},
+    {"a body that breaks off",
+     {httpAnswer("200 OK", "Content-Length: 9\r\n", "{")},
+     NSURLErrorNetworkConnectionLost},
+    {"a chunk that breaks off",
+     {httpAnswer("200 OK", "Transfer-Encoding: chunked\r\n", "9\r\n{")},
+     NSURLErrorNetworkConnectionLost},
+    {"a hang-up", {""}, NSURLErrorNetworkConnectionLost},
+    {"an announced gigabyte",
+     {httpAnswer("200 OK", "Content-Length: 1000000000\r\n"), "", false, false},
+     NSURLErrorDataLengthExceedsMaximum},
+    {"an endless body",
+     {httpAnswer("200 OK"), std::string(1 << 20, 'x')},
+     NSURLErrorDataLengthExceedsMaximum},
+    {"one byte too many",
+     {httpAnswer("200 OK", "", std::string(maximumLength + 1, 'x'))},
+     NSURLErrorDataLengthExceedsMaximum},
+    {"an endless head",
+     {"HTTP/1.1 200 OK\r\n", "Name: " + std::string(5000, 'x') + "\r\n"},
+     NSURLErrorTimedOut,
+     shortTime},
+    {"a ring of redirects", {httpAnswer("302 Found", "Location: /\r\n")}, NSURLErrorHTTPTooManyRedirects},
+    {"a redirect to a file",
+     {httpAnswer("302 Found", "Location: file:///etc/passwd\r\n")},
+     NSURLErrorBadServerResponse},
+};
+
+} // namespace
+
+TEST(HttpClient, TellsEveryEndOfAnExchange) {
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.name);
+        const RawServer server(row.answer);
+        const Outcome outcome = outcomeOf({.address = server.address(), .timeout = row.timeout});
+        EXPECT_EQ(outcome.code, row.code);
+        EXPECT_EQ(outcome.body, row.body);
+        EXPECT_LT(server.sentByteCount(), 20u << 20);
+    }
+}
+
+TEST(HttpClient, TellsNothingOfUserAndMachine) {
+    const RawServer server({httpAnswer("200 OK", "Set-Cookie: a=b\r\n")});
+    outcomeOf({.address = server.address() + "a?b=c"});
+    outcomeOf({.address = server.address() + "d", .body = "{}"});
+
+    std::string received = server.received();
+    for (std::size_t at = 0; (at = received.find(server.address().substr(7, 15))) != received.npos;)
+        received.replace(at, server.address().size() - 8, "SERVER");
+    const std::string common =
+        "User-Agent: Anadrome/0.1.0\r\nAccept: application/json\r\nAccept-Language: *\r\n"
+        "Accept-Encoding: identity\r\n";
+    EXPECT_EQ(received,
+              "GET /a?b=c HTTP/1.1\r\nHost: SERVER\r\nCache-Control: no-cache\r\nPragma: no-cache\r\n" +
+                  common + "Connection: Keep-Alive\r\n\r\n" + "POST /d HTTP/1.1\r\nHost: SERVER\r\n" +
+                  common +
+                  "Content-Type: application/json\r\nContent-Length: 2\r\n"
+                  "Connection: Keep-Alive\r\n\r\n{}");
+}
