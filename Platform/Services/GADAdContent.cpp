@@ -1,12 +1,12 @@
 #include "Platform/Services/GADAdContent.h"
 
-#include "Platform/Services/WebAddress.h"
+#include "Platform/Services/HttpAddress.h"
 #include "Platform/UIKit/UIApplication.h"
 
 namespace anadrome {
 
 void clickAd(const GADAdContent& content) {
-    if (isWebAddress(content.link))
+    if (isHttpAddress(content.link))
         UIApplication::sharedApplication().openURL(content.link);
 }
 

@@ -16,6 +16,7 @@ class UMPConsentInformation {
 public:
     using Completion = std::function<void(const std::optional<NSError>& error)>;
 
+    /// The program's one.
     static UMPConsentInformation& sharedInstance();
 
     /// Takes up what the last run stored, at once, and asks the deployment's consent server whether consent
@@ -31,15 +32,15 @@ public:
     /// Whether ads may be chosen for this user: nobody requires consent, or all was accepted.
     bool mayPersonaliseAds() const;
 
-    /// For the form: what it asks, empty if the server hasn't said, and the user's answers.
+    /// What the form asks; empty if the server hasn't said.
     const std::optional<UMPConsentQuestion>& question() const { return m_question; }
+    /// The user has answered the form, which is stored.
     void takeAnswers(UMPConsentAnswers answers);
 
 private:
-    UMPConsentInformation() = default;
-
     std::optional<NSError> takeAnswerOfServer(const Result<std::string>& answer);
 
+    bool m_wasRequested = false;
     bool m_isUnderAge = false;
     UMPConsentState m_state;
     std::optional<UMPConsentQuestion> m_question;

@@ -6,6 +6,7 @@ inline constexpr const char* UMPErrorDomain = "UMPErrorDomain";
 
 /// Codes of UMPErrorDomain.
 enum UMPErrorCode : long {
+    UMPRequestErrorCodeInternal = 1,
     UMPRequestErrorCodeNetwork = 3,
     UMPRequestErrorCodeMisconfiguration = 4,
     UMPFormErrorCodeUnavailable = 7,

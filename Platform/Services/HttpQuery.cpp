@@ -1,6 +1,6 @@
-#include "Platform/Services/WebAddress.h"
+#include "Platform/Services/HttpQuery.h"
 
-#include <algorithm>
+#include <string_view>
 
 namespace anadrome {
 
@@ -29,22 +29,10 @@ std::string escaped(std::string_view text) {
 
 } // namespace
 
-bool isWebAddress(std::string_view text) {
-    const std::size_t colon = text.find("://");
-    if (colon == text.npos)
-        return false;
-    std::string scheme(text.substr(0, colon));
-    std::ranges::transform(scheme, scheme.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; });
-    const std::string_view rest = text.substr(colon + 3);
-    const bool hasHost = !rest.empty() && std::string_view("/?#:@").find(rest.front()) == rest.npos;
-    return (scheme == "http" || scheme == "https") && hasHost &&
-           std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) > ' ' && c != 0x7F; });
-}
-
 std::string addressWithQuery(const std::string& address,
                              const std::vector<std::pair<std::string, std::string>>& parameters) {
-    const std::size_t fragment = address.find('#');
-    std::string result = address.substr(0, fragment);
+    // A fragment is never sent.
+    std::string result = address.substr(0, address.find('#'));
     char separator = result.find('?') == result.npos ? '?' : '&';
     for (const auto& [name, value] : parameters) {
         result += separator + escaped(name) + '=' + escaped(value);
