@@ -95,7 +95,9 @@ public:
 
     ~Exchange() override {
         DispatchQueue::main().async(
-            [completion = std::move(m_completion), result = std::move(m_result)] { completion(result); });
+            [completion = std::move(m_completion), result = std::move(m_result)]() mutable {
+                completion(std::move(result));
+            });
     }
 
 private:

@@ -1,5 +1,7 @@
 #include "Tests/Support/RawServer.h"
 
+#include "Tests/Support/Certificate.h"
+
 #include <QFile>
 #include <QSslCertificate>
 #include <QSslConfiguration>
@@ -23,8 +25,8 @@ QByteArray contentOf(const std::string& path) {
 
 QSslConfiguration serverConfiguration(const Certificate& certificate) {
     QSslConfiguration configuration;
-    configuration.setLocalCertificate(QSslCertificate(contentOf(certificate.certificateFile)));
-    configuration.setPrivateKey(QSslKey(contentOf(certificate.keyFile), QSsl::Ec));
+    configuration.setLocalCertificate(QSslCertificate(contentOf(certificate.certificateFile())));
+    configuration.setPrivateKey(QSslKey(contentOf(certificate.keyFile()), QSsl::Ec));
     return configuration;
 }
 

@@ -16,11 +16,7 @@ struct RawAnswer {
     bool closes = true;
 };
 
-/// Files of a server's certificate and its key, in PEM form.
-struct Certificate {
-    std::string certificateFile;
-    std::string keyFile;
-};
+class Certificate;
 
 /// A server on a free port of this machine that says what a real one never should. It works on the main
 /// thread's event loop.

@@ -1,7 +1,12 @@
 #include "Platform/Services/HttpClient.h"
+#include "Tests/Support/Certificate.h"
+#include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/EventLoop.h"
 #include "Tests/Support/RawServer.h"
+#include "Tests/Support/ReferenceServer.h"
 
+#include <QCoreApplication>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <optional>
 
@@ -83,6 +88,26 @@ const Case cases[] = {
      NSURLErrorBadServerResponse},
 };
 
+/// Ends like a program whose user closes it, or whose display goes, while a server hasn't answered yet.
+void endWhileAsking(bool leavesTheLoop) {
+    int argc = 0;
+    QCoreApplication application(argc, nullptr);
+    HttpClient::send({.address = std::getenv("ADDRESS"), .timeout = longTime},
+                     [](const auto&) { std::_Exit(2); });
+    const auto asked = std::chrono::steady_clock::now();
+    runEventLoopUntil([&] { return std::chrono::steady_clock::now() - asked > shortTime; });
+    if (!leavesTheLoop)
+        std::exit(0);
+}
+
+[[gnu::constructor]] void playRole() {
+    const std::string_view role = ChildProcess::ownRole();
+    if (role != "leave the loop" && role != "exit in the loop")
+        return;
+    endWhileAsking(role == "leave the loop");
+    std::exit(0);
+}
+
 } // namespace
 
 TEST(HttpClient, TellsEveryEndOfAnExchange) {
@@ -113,4 +138,63 @@ TEST(HttpClient, TellsNothingOfUserAndMachine) {
                   common +
                   "Content-Type: application/json\r\nContent-Length: 2\r\n"
                   "Connection: Keep-Alive\r\n\r\n{}");
+}
+
+TEST(HttpClient, TellsAddressesThatNobodyAnswers) {
+    EXPECT_EQ(outcomeOf({.address = "http://127.0.0.1:1/"}).code, NSURLErrorCannotConnectToHost);
+    for (const char* address :
+         {"", "ads", "http://", "ftp://127.0.0.1/", "file:///etc/hostname", "http://a:b@c/"})
+        EXPECT_EQ(outcomeOf({.address = address}).code, NSURLErrorUnsupportedURL) << address;
+}
+
+TEST(HttpClient, BelievesOnlyServersThatProveWhoTheyAre) {
+    const Certificate ours("IP:127.0.0.1"), others("DNS:example.com");
+    const RawServer plain({httpAnswer("200 OK", "", "{}")});
+    const RawAnswer good{httpAnswer("200 OK", "", "{}")};
+    const RawAnswer insecure{httpAnswer("302 Found", "Location: " + plain.address() + "\r\n")};
+    struct {
+        const char* name;
+        const Certificate& server;
+        const Certificate& trusted;
+        RawAnswer answer;
+        long code;
+    } const rows[] = {
+        {"a trusted server", ours, ours, good, 0},
+        {"an unknown one", ours, others, good, NSURLErrorSecureConnectionFailed},
+        {"one that is another", others, others, good, NSURLErrorSecureConnectionFailed},
+        {"one that refers to an insecure one", ours, ours, insecure, NSURLErrorSecureConnectionFailed},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        row.trusted.trust();
+        const RawServer server(row.answer, &row.server);
+        EXPECT_EQ(outcomeOf({.address = server.address(), .timeout = longTime}).code, row.code);
+    }
+    EXPECT_EQ(plain.received(), "");
+}
+
+TEST(HttpClient, ReachesAServerAgainThatWasGone) {
+    ReferenceServer server;
+    const HttpRequest question{.address = server.address("/ads?unit=a&format=banner")};
+    EXPECT_NE(outcomeOf(question).body.find(server.address("/pictures/banner.png")), std::string::npos);
+    server.stop();
+    EXPECT_EQ(outcomeOf(question).code, NSURLErrorCannotConnectToHost);
+    server.start();
+    EXPECT_EQ(outcomeOf(question).code, 0);
+    EXPECT_EQ(outcomeOf({.address = server.address("/analytics"), .body = "{\"a\":\"ä\"}"}).code, 0);
+
+    EXPECT_TRUE(runEventLoopUntil([&] { return server.requests().size() >= 3; }));
+    const std::string told = server.requests().at(2);
+    EXPECT_NE(told.find(R"("method": "POST", "uri": "/analytics", "status": 204)"), told.npos) << told;
+    EXPECT_NE(told.find(R"("body": "{\"a\":\"ä\"}")"), told.npos) << told;
+}
+
+TEST(HttpClient, LetsTheProgramEndWhileAServerIsStillAsked) {
+    const RawServer server({"", "", false, false});
+    const std::string silent = server.address();
+    for (const std::string& address : {silent, "https" + silent.substr(4)})
+        for (const char* role : {"leave the loop", "exit in the loop"}) {
+            ChildProcess program(role, {"ADDRESS=" + address});
+            EXPECT_EQ(program.wait(), 0) << role << ", " << address;
+        }
 }
