@@ -11,7 +11,8 @@
 
 namespace anadrome {
 
-/// Whether the user has to be asked before ads, and what the answer was. Main thread only.
+/// Whether the user has to be asked before ads, and what the answer was. Outlives the updates that it is
+/// asked for. Main thread only.
 class UMPConsentInformation {
 public:
     using Completion = std::function<void(const std::optional<NSError>& error)>;

@@ -6,6 +6,7 @@
 #include "Platform/Services/GADMobileAds.h"
 #include "Tests/Support/EventLoop.h"
 #include "Tests/Support/RawServer.h"
+#include "Tests/Support/ReferenceServer.h"
 #include "Tests/Support/ScratchFolder.h"
 
 #include <fstream>
@@ -147,6 +148,20 @@ TEST_F(GADAdServerTest, AnAdComesWithItsPictureOrNotAtAll) {
     }
     RawServer broken({httpAnswer("500 Internal Server Error")});
     deployAt(broken.address());
+    EXPECT_EQ(outcomeOfAsking(m_server, banner).substr(0, 2), "2 ");
+}
+
+TEST_F(GADAdServerTest, TheReferenceServerHasAdsOfEveryFormatUntilItIsGone) {
+    ReferenceServer server;
+    deployAt(server.address("/ads"));
+    const std::string start = "|" + server.address("/pictures/");
+    for (const auto& [format, name] : {std::pair(GADAdFormat::appOpen, "app-open.png"),
+                                       std::pair(GADAdFormat::interstitial, "interstitial.png"),
+                                       std::pair(GADAdFormat::banner, "banner.png")}) {
+        const std::string outcome = outcomeOfAsking(m_server, {format, "unit", {420, 66}});
+        EXPECT_NE(outcome.find(start + name + "|\x89PNG"), std::string::npos) << outcome.substr(0, 200);
+    }
+    server.stop();
     EXPECT_EQ(outcomeOfAsking(m_server, banner).substr(0, 2), "2 ");
 }
 

@@ -11,6 +11,7 @@
 #include "Tests/Support/EventLoop.h"
 #include "Tests/Support/RawServer.h"
 #include "Tests/Support/RecordingHost.h"
+#include "Tests/Support/ReferenceServer.h"
 #include "Tests/Support/ScratchFolder.h"
 
 #include <fstream>
@@ -39,8 +40,11 @@ protected:
     /// Whether the update went well.
     static bool update(UMPConsentInformation& information, const std::string& answer) {
         RawServer server({httpAnswer("200 OK", "", answer)});
+        return updateFrom(server.address(), information);
+    }
+    static bool updateFrom(const std::string& endpoint, UMPConsentInformation& information) {
         Deployment deployment;
-        deployment.consentEndpoint = server.address();
+        deployment.consentEndpoint = endpoint;
         Deployment::setCurrent(std::move(deployment));
         std::optional<bool> succeeded;
         information.requestConsentInfoUpdateWithParameters({},
@@ -74,7 +78,7 @@ protected:
 
     const ScratchFolder m_folder;
     const Environment m_state{"XDG_STATE_HOME", m_folder.path().string()};
-    const Environment m_language{"LANGUAGE", "en"};
+    const Environment m_locale{"LC_ALL", "C"};
     RecordingHost m_host;
     const std::shared_ptr<UIViewController> m_root = std::make_shared<UIViewController>();
     std::vector<long> m_ends;
@@ -136,6 +140,17 @@ TEST_F(UMPConsentTest, WhatIsStoredIsThereAtOnceAndWithoutAServerNobodyIsAsked) 
     session.requestConsentInfoUpdateWithParameters(young, [](const auto&) {});
     EXPECT_FALSE(session.mayPersonaliseAds());
     QCoreApplication::processEvents();
+}
+
+TEST_F(UMPConsentTest, TheReferenceServerAsksInTheUsersLanguage) {
+    const Environment locale("LC_ALL", "ja_JP.UTF-8"), language("LANGUAGE", "ja");
+    ReferenceServer server;
+    UMPConsentInformation information;
+    ASSERT_TRUE(updateFrom(server.address("/consent"), information));
+    EXPECT_EQ(information.consentStatus(), UMPConsentStatus::required);
+    ASSERT_EQ(information.question()->purposes.size(), 3U);
+    EXPECT_EQ(information.question()->purposes[1],
+              (UMPConsentPurpose{"selection", "興味に合わせて広告を選ぶ"}));
 }
 
 TEST_F(UMPConsentTest, ADamagedStateCountsAsNone) {
