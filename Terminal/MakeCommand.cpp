@@ -3,6 +3,7 @@
 #include "Platform/Dispatch/DispatchQueue.h"
 #include "Platform/Foundation/NSUserDefaults.h"
 #include "Platform/Foundation/Print.h"
+#include "Platform/Services/GADAdSource.h"
 #include "Platform/UIKit/UIAlertController.h"
 #include "Platform/UIKit/UIButton.h"
 #include "Platform/UIKit/UINavigationController.h"
@@ -25,6 +26,16 @@ namespace anadrome::terminal {
 namespace {
 
 constexpr std::array contents{"backward", "backward, then forward", "forward, then backward"};
+
+/// Nobody sees ads here, so no server is asked for them.
+class NoAds final : public GADAdSource {
+public:
+    void fetch(const GADAdPlace&, const GADRequest&, Completion completion) override {
+        DispatchQueue::main().async([completion = std::move(completion)] {
+            completion(NSError(GADErrorDomain, GADErrorNoFill, "There are no ads in a terminal."));
+        });
+    }
+};
 
 template <class View>
 View& viewNamed(const UIView& screen, const std::string& name) {
@@ -49,6 +60,7 @@ MakeCommand::MakeCommand(const MakeOptions& options) : Command(options), m_optio
 
 void MakeCommand::run() {
     setPreferences();
+    GADAdSource::setCurrent(std::make_shared<NoAds>());
     registerStoryboards();
     const auto stack = std::make_shared<UINavigationController>(std::make_shared<UIViewController>());
     window()->setRootViewController(stack);

@@ -1,23 +1,13 @@
 #include "Platform/Services/GADAdSource.h"
 
-#include "Platform/Dispatch/DispatchQueue.h"
+#include "Platform/Services/GADAdServer.h"
 
 namespace anadrome {
 
 namespace {
 
-/// Nothing leaves the machine unless somebody set a source.
-class NoAds final : public GADAdSource {
-public:
-    void fetch(const std::string&, const GADRequest&, Completion completion) override {
-        DispatchQueue::main().async([completion = std::move(completion)] {
-            completion(NSError(GADErrorDomain, GADErrorNetworkError, "No ad server is configured."));
-        });
-    }
-};
-
 std::shared_ptr<GADAdSource>& currentSource() {
-    static std::shared_ptr<GADAdSource> source = std::make_shared<NoAds>();
+    static std::shared_ptr<GADAdSource> source = std::make_shared<GADAdServer>();
     return source;
 }
 
@@ -28,7 +18,7 @@ GADAdSource& GADAdSource::current() {
 }
 
 void GADAdSource::setCurrent(std::shared_ptr<GADAdSource> source) {
-    currentSource() = source ? std::move(source) : std::make_shared<NoAds>();
+    currentSource() = source ? std::move(source) : std::make_shared<GADAdServer>();
 }
 
 } // namespace anadrome

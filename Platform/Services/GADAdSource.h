@@ -1,6 +1,8 @@
 #pragma once
 
+#include "Platform/CoreGraphics/CGGeometry.h"
 #include "Platform/Foundation/Result.h"
+#include "Platform/Services/GADAdContent.h"
 #include "Platform/Services/GADRequest.h"
 
 #include <functional>
@@ -13,16 +15,23 @@ inline constexpr const char* GADErrorDomain = "GADErrorDomain";
 
 /// Codes of GADErrorDomain.
 enum GADErrorCode : long {
+    GADErrorInvalidRequest = 0,
+    GADErrorNoFill = 1,
     GADErrorNetworkError = 2,
+    GADErrorReceivedInvalidResponse = 9,
     GADPresentationErrorCodeAdNotReady = 15,
     GADPresentationErrorCodeAdAlreadyUsed = 18,
 };
 
-/// What an ad shows.
-struct GADAdContent {
-    std::string text;
-    /// Where a click leads.
-    std::string link;
+enum class GADAdFormat { appOpen, interstitial, banner };
+
+/// What an ad is for.
+struct GADAdPlace {
+    GADAdFormat format;
+    /// The ad network's name of the place.
+    std::string adUnitID;
+    /// The room that there is, in points.
+    CGSize size;
 };
 
 /// Where ads come from. Main thread only.
@@ -32,11 +41,10 @@ public:
 
     virtual ~GADAdSource() = default;
 
-    /// Asks for an ad for the place of that identifier. Completes once, on the main thread, never before the
-    /// call returns.
-    virtual void fetch(const std::string& adUnitID, const GADRequest& request, Completion completion) = 0;
+    /// Asks for an ad. Completes once, on the main thread, never before the call returns.
+    virtual void fetch(const GADAdPlace& place, const GADRequest& request, Completion completion) = 0;
 
-    /// The program's one source. At first, and after null, it is one that has no ads and says so.
+    /// The program's one source. At first, and after null, it is the deployment's ad server.
     static GADAdSource& current();
     static void setCurrent(std::shared_ptr<GADAdSource> source);
 };

@@ -6,6 +6,12 @@
 
 namespace anadrome {
 
+void GADFullScreenAdViewController::viewWillAppear(bool animated) {
+    UIViewController::viewWillAppear(animated);
+    if (m_willAppear)
+        m_willAppear();
+}
+
 void GADFullScreenAdViewController::viewDidDisappear(bool animated) {
     UIViewController::viewDidDisappear(animated);
     // Screens may only change again when this transition is over.

@@ -9,6 +9,8 @@ class GADFullScreenContentDelegate {
 public:
     virtual ~GADFullScreenContentDelegate() = default;
 
+    /// The ad is about to cover the screen; within the call that presents it.
+    virtual void adWillPresentFullScreenContent() {}
     /// The ad has gone from the screen.
     virtual void adDidDismissFullScreenContent() {}
     /// The ad wasn't shown, and won't be.

@@ -1,19 +1,11 @@
 #pragma once
 
-#include "Platform/Services/GADAdSource.h"
-#include "Platform/Services/GADFullScreenContentDelegate.h"
-
-#include <functional>
-#include <memory>
-#include <optional>
-#include <string>
+#include "Platform/Services/GADFullScreenAd.h"
 
 namespace anadrome {
 
-class UIViewController;
-
-/// An ad that covers the screen between two steps of the user's way. It is shown once. Main thread only.
-class GADInterstitialAd : public std::enable_shared_from_this<GADInterstitialAd> {
+/// The ad between two steps of the user's way. It may be shown for an hour.
+class GADInterstitialAd final : public GADFullScreenAd {
 public:
     /// The ad, or null and the error.
     using LoadCompletion =
@@ -22,25 +14,15 @@ public:
     /// Fetches an ad from the program's source. Completes once, on the main thread, never before the call
     /// returns.
     static void loadWithAdUnitID(const std::string& adUnitID, const GADRequest& request,
-                                 LoadCompletion completion);
-
-    /// Held weakly.
-    void setFullScreenContentDelegate(std::weak_ptr<GADFullScreenContentDelegate> delegate) {
-        m_delegate = std::move(delegate);
+                                 LoadCompletion completion) {
+        load<GADInterstitialAd>(GADAdFormat::interstitial, adUnitID, request, std::move(completion));
     }
 
-    /// Shows the ad over the controller's window. An ad that was shown before, or a controller that can't
-    /// present now, is told to the delegate as a failure, after the call.
-    void presentFromRootViewController(UIViewController& controller);
-
 private:
-    explicit GADInterstitialAd(GADAdContent content) : m_content(std::move(content)) {}
+    friend class GADFullScreenAd;
 
-    void fail(GADErrorCode code, const std::string& reason);
-
-    const GADAdContent m_content;
-    std::weak_ptr<GADFullScreenContentDelegate> m_delegate;
-    bool m_isUsed = false;
+    explicit GADInterstitialAd(GADAdContent content)
+        : GADFullScreenAd(std::move(content), std::chrono::hours(1)) {}
 };
 
 } // namespace anadrome

@@ -20,6 +20,12 @@ void NSLayoutConstraint::setConstant(CGFloat constant) {
         owner->noteChange();
 }
 
+void NSLayoutConstraint::activateConstraints(
+    const std::vector<std::shared_ptr<NSLayoutConstraint>>& constraints) {
+    for (const auto& constraint : constraints)
+        constraint->setActive(true);
+}
+
 void NSLayoutConstraint::setActive(bool isActive) {
     if (isActive == this->isActive())
         return;

@@ -3,13 +3,14 @@
 #include "Platform/CoreGraphics/CGGeometry.h"
 
 #include <memory>
+#include <vector>
 
 namespace anadrome {
 
 class NSLayoutConstraint;
 class UIView;
 
-enum class NSLayoutAttribute { width, height, centerX, centerY };
+enum class NSLayoutAttribute { bottom, width, height, centerX, centerY };
 
 /// One measure of a view, to be tied to another's.
 class NSLayoutAnchor {
@@ -40,6 +41,8 @@ public:
     CGFloat multiplier() const { return 1; }
     CGFloat constant() const { return m_constant; }
     void setConstant(CGFloat constant);
+
+    static void activateConstraints(const std::vector<std::shared_ptr<NSLayoutConstraint>>& constraints);
 
     bool isActive() const { return !m_owner.expired(); }
     /// An active constraint belongs to the nearest view that holds both items; to have none is fatal.

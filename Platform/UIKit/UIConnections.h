@@ -10,6 +10,7 @@
 
 namespace anadrome {
 
+class NSLayoutConstraint;
 class UIViewController;
 
 /// The outlets and actions of a controller, by their names; a storyboard scene sets and wires them.
@@ -29,6 +30,9 @@ public:
             outlet = fitting;
         };
     }
+    void outlet(const std::string& name, std::weak_ptr<NSLayoutConstraint>& outlet) {
+        m_constraintOutlets[name] = &outlet;
+    }
     void action(const std::string& name, std::function<void()> function) {
         m_actions[name] = std::move(function);
     }
@@ -36,12 +40,17 @@ public:
     using SetOutlet = std::function<void(const std::shared_ptr<UIView>& view)>;
     const std::map<std::string, SetOutlet>& outlets() const { return m_outlets; }
 
+    const std::map<std::string, std::weak_ptr<NSLayoutConstraint>*>& constraintOutlets() const {
+        return m_constraintOutlets;
+    }
+
     /// The action of that name, which does nothing once the controller is gone. An unknown name is fatal.
     std::function<void()> actionNamed(const std::string& name) const;
 
 private:
     std::weak_ptr<UIViewController> m_controller;
     std::map<std::string, SetOutlet> m_outlets;
+    std::map<std::string, std::weak_ptr<NSLayoutConstraint>*> m_constraintOutlets;
     std::map<std::string, std::function<void()>> m_actions;
 };
 

@@ -2,13 +2,30 @@
 
 #include "Platform/Foundation/Print.h"
 #include "Platform/UIKit/UIConnections.h"
+#include "Platform/UIKit/UIScreen.h"
 
+#include <algorithm>
 #include <set>
 
 namespace anadrome {
 
+namespace {
+
+NSLayoutAnchor anchorIn(UIView& root, const UIStoryboardScene::Anchor& anchor) {
+    if (anchor.view.empty())
+        return {root, anchor.attribute};
+    const auto view = std::ranges::find(root.subviews(), anchor.view,
+                                        [](const auto& each) { return each->accessibilityIdentifier(); });
+    if (view == root.subviews().end())
+        fatalError("The storyboard has no view " + anchor.view + " for a constraint");
+    return {**view, anchor.attribute};
+}
+
+} // namespace
+
 std::shared_ptr<UIView> UIStoryboardScene::makeView(const UIConnections& connections) const {
     auto root = std::make_shared<UIView>();
+    root->setFrame(UIScreen::mainScreen().bounds());
     std::set<std::string> names;
     for (const Element& element : m_elements) {
         const std::shared_ptr<UIView> view = element.make();
@@ -20,6 +37,7 @@ std::shared_ptr<UIView> UIStoryboardScene::makeView(const UIConnections& connect
     for (const auto& [name, setOutlet] : connections.outlets())
         if (!names.contains(name))
             fatalError("The storyboard has no view for the outlet " + name);
+    addConstraints(*root, connections);
     return root;
 }
 
@@ -35,6 +53,22 @@ void UIStoryboardScene::connect(const Element& element, const std::shared_ptr<UI
         fatalError("The view " + element.name + " is no control and sends no events");
     for (const Wire& wire : element.wires)
         control->addAction(wire.events, connections.actionNamed(wire.action));
+}
+
+void UIStoryboardScene::addConstraints(UIView& root, const UIConnections& connections) const {
+    std::set<std::string> names;
+    for (const auto& [name, first, second, constant] : m_constraints) {
+        const auto constraint = anchorIn(root, first).constraintEqualToAnchor(anchorIn(root, second));
+        constraint->setConstant(constant);
+        constraint->setActive(true);
+        const auto outlet = connections.constraintOutlets().find(name);
+        if (outlet != connections.constraintOutlets().end())
+            *outlet->second = constraint;
+        names.insert(name);
+    }
+    for (const auto& [name, outlet] : connections.constraintOutlets())
+        if (!names.contains(name))
+            fatalError("The storyboard has no constraint for the outlet " + name);
 }
 
 } // namespace anadrome

@@ -49,6 +49,18 @@ public:
         return *this;
     }
 
+    /// A measure of a view by the view's name; of the whole screen without one.
+    struct Anchor {
+        std::string view;
+        NSLayoutAttribute attribute;
+    };
+    /// Adds the active constraint first = second + constant between views that were added. It becomes the
+    /// outlet of that name, if the controller has one.
+    UIStoryboardScene& addConstraint(std::string name, Anchor first, Anchor second, CGFloat constant) {
+        m_constraints.push_back({std::move(name), std::move(first), std::move(second), constant});
+        return *this;
+    }
+
     std::shared_ptr<UIViewController> makeController() const { return m_makeController(); }
     /// A new view tree, connected. An outlet without a view is fatal, as is a wire to an unknown action.
     std::shared_ptr<UIView> makeView(const UIConnections& connections) const;
@@ -60,11 +72,20 @@ private:
         std::vector<Wire> wires;
     };
 
+    struct Constraint {
+        std::string name;
+        Anchor first;
+        Anchor second;
+        CGFloat constant;
+    };
+
     static void connect(const Element& element, const std::shared_ptr<UIView>& view,
                         const UIConnections& connections);
+    void addConstraints(UIView& root, const UIConnections& connections) const;
 
     std::function<std::shared_ptr<UIViewController>()> m_makeController;
     std::vector<Element> m_elements;
+    std::vector<Constraint> m_constraints;
 };
 
 } // namespace anadrome

@@ -2,6 +2,7 @@
 
 #include "Platform/CoreGraphics/CGGeometry.h"
 #include "Platform/UIKit/NSLayoutConstraint.h"
+#include "Platform/UIKit/UILayoutGuide.h"
 
 #include <functional>
 #include <memory>
@@ -26,6 +27,11 @@ public:
     /// The name by which a front end finds the view in its screen; empty for most.
     const std::string& accessibilityIdentifier() const { return m_identifier; }
     void setAccessibilityIdentifier(std::string name) { m_identifier = std::move(name); }
+
+    /// Where the view lies in its superview, in points. Set by front ends, which so aren't told of it; a view
+    /// that a storyboard loads has the screen's size at first.
+    const CGRect& frame() const { return m_frame; }
+    void setFrame(const CGRect& frame) { m_frame = frame; }
 
     CGFloat alpha() const { return m_alpha; }
     void setAlpha(CGFloat alpha) { change(m_alpha, alpha); }
@@ -52,6 +58,11 @@ public:
     }
     void addGestureRecognizer(const std::shared_ptr<UIGestureRecognizer>& recognizer);
 
+    /// Whether the view keeps its place without constraints.
+    bool translatesAutoresizingMaskIntoConstraints() const { return m_keepsPlace; }
+    void setTranslatesAutoresizingMaskIntoConstraints(bool translates) { change(m_keepsPlace, translates); }
+    UILayoutGuide safeAreaLayoutGuide() { return UILayoutGuide(*this); }
+    NSLayoutAnchor bottomAnchor() { return {*this, NSLayoutAttribute::bottom}; }
     NSLayoutAnchor centerXAnchor() { return {*this, NSLayoutAttribute::centerX}; }
     NSLayoutAnchor centerYAnchor() { return {*this, NSLayoutAttribute::centerY}; }
     NSLayoutAnchor widthAnchor() { return {*this, NSLayoutAttribute::width}; }
@@ -92,10 +103,12 @@ private:
     bool isCoveredBySibling() const;
 
     std::string m_identifier;
+    CGRect m_frame;
     CGFloat m_alpha = 1;
     bool m_isHidden = false;
     bool m_isUserInteractionEnabled = true;
     bool m_needsLayout = true;
+    bool m_keepsPlace = true;
     std::vector<std::shared_ptr<UIView>> m_subviews;
     /// Set by the superview as long as it owns this view.
     UIView* m_superview = nullptr;

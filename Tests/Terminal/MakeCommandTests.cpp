@@ -1,3 +1,5 @@
+#include "Tests/Support/EventLoop.h"
+#include "Tests/Support/RawServer.h"
 #include "Tests/Terminal/CommandTest.h"
 
 #include <algorithm>
@@ -164,6 +166,18 @@ TEST_F(MakeCommandTest, AnInterruptOrAKillInAnyStageLeavesNothingForLong) {
             }
             expectNoLeftovers();
         }
+}
+
+TEST_F(MakeCommandTest, AsksNoServerWhateverIsDeployed) {
+    const RawServer server({httpAnswer("204 No Content")});
+    fs::create_directories(m_surroundings.configuration / "anadrome");
+    std::ofstream deployment(m_surroundings.configuration / "anadrome/deployment.conf");
+    for (const char* service : {"ad", "consent", "analytics", "remoteConfig"})
+        deployment << service << "Endpoint = " << server.address() << '\n';
+    deployment << "interstitialAdUnitID = a\nbannerAdUnitID = b\n" << std::flush;
+    EXPECT_EQ(run({"make", clip("clip.mov", {.frames = 6}), "-o", out() / "movie.mov"}).exitCode, 0);
+    runEventLoopUntil([] { return false; }, std::chrono::milliseconds(50));
+    EXPECT_EQ(server.received(), "");
 }
 
 } // namespace anadrome

@@ -1,30 +1,14 @@
+#include "Models/VideoFileManager.h"
 #include "Platform/Services/GADFullScreenAdViewController.h"
+#include "Tests/Views/HeldAds.h"
 #include "Tests/Views/ScreenTest.h"
 
-#include <deque>
+#include <filesystem>
+#include <fstream>
 
 namespace anadrome {
 
 namespace {
-
-/// Answers each request when the test wants it to.
-class HeldAds final : public GADAdSource {
-public:
-    void fetch(const std::string&, const GADRequest&, Completion completion) override {
-        ++requests;
-        m_waiting.push_back(std::move(completion));
-    }
-    void answer(const Result<GADAdContent>& result) {
-        const Completion completion = std::move(m_waiting.front());
-        m_waiting.pop_front();
-        completion(result);
-    }
-
-    int requests = 0;
-
-private:
-    std::deque<Completion> m_waiting;
-};
 
 class InterstitialTest : public ScreenTest {
 protected:
@@ -35,8 +19,7 @@ protected:
     }
     ~InterstitialTest() override { GADAdSource::setCurrent(nullptr); }
 
-    void giveAd(const std::string& text) { m_ads->answer(GADAdContent{text, ""}); }
-    void refuseAd() { m_ads->answer(NSError(GADErrorDomain, GADErrorNetworkError, "no network")); }
+    void giveAd(const std::string& text) { m_ads->give({.text = text}); }
     /// Makes a movie, up to where the screen says what comes next.
     void makeMovie() {
         const std::optional<URL> before = edit().outputUrlForPreview();
@@ -52,13 +35,13 @@ protected:
         return std::dynamic_pointer_cast<GADFullScreenAdViewController>(m_stack->presentedViewController());
     }
 
-    const std::shared_ptr<HeldAds> m_ads = std::make_shared<HeldAds>();
+    const std::shared_ptr<HeldAds> m_ads = std::make_shared<HeldAds>(GADAdFormat::interstitial);
 };
 
 } // namespace
 
 TEST_F(InterstitialTest, AnAdThatHasNotComeIsNotWaitedForAndServesTheNextMovie) {
-    EXPECT_EQ(m_ads->requests, 1) << "asked for as the screen opens";
+    EXPECT_EQ(m_ads->asked.size(), 1U) << "asked for as the screen opens";
     makeMovie();
     EXPECT_EQ(m_host.story(), (Story{"pie", "no hud", "event ad_not_ready_compress", "push Preview"}));
     giveAd("late");
@@ -66,17 +49,17 @@ TEST_F(InterstitialTest, AnAdThatHasNotComeIsNotWaitedForAndServesTheNextMovie) 
     makeMovie();
     ASSERT_TRUE(shownAd());
     EXPECT_EQ(shownAd()->content().text, "late");
-    EXPECT_EQ(m_ads->requests, 1);
+    EXPECT_EQ(m_ads->asked.size(), 1U);
 }
 
 TEST_F(InterstitialTest, TheMovieOpensWhenTheAdIsClosedAndTheNextAdIsOnItsWay) {
     giveAd("first");
     makeMovie();
     EXPECT_EQ(m_host.story(), (Story{"pie", "no hud", "ad"})) << "no event, and no Preview screen yet";
-    EXPECT_EQ(m_ads->requests, 1);
+    EXPECT_EQ(m_ads->asked.size(), 1U);
     shownAd()->close();
     EXPECT_TRUE(waitFor("push Preview"));
-    EXPECT_EQ(m_ads->requests, 2);
+    EXPECT_EQ(m_ads->asked.size(), 2U);
     giveAd("second");
     m_stack->popViewControllerAnimated(false);
     makeMovie();
@@ -90,13 +73,31 @@ TEST_F(InterstitialTest, AnAdThatCannotBeShownAgainLeavesTheUserOnTheEditScreenW
     shownAd()->close();
     EXPECT_TRUE(waitFor("push Preview"));
     m_host.clear();
-    refuseAd();
+    m_ads->refuse();
     EXPECT_EQ(m_host.lines(), Story{"no network"});
     m_stack->popViewControllerAnimated(false);
     makeMovie();
     waitUntil([] { return false; }, std::chrono::milliseconds(100));
     EXPECT_EQ(m_host.story(), (Story{"pie", "no hud"}));
-    EXPECT_EQ(m_ads->requests, 2);
+    EXPECT_EQ(m_ads->asked.size(), 2U);
+}
+
+TEST_F(InterstitialTest, AScreenThatALateAdKeepsDoesNotSweepTheFilesOfTheNextClip) {
+    const auto makeWorkFile = [] {
+        const std::string path =
+            VideoFileManager::videosDirectory().appendingPathComponent("work.mov").path();
+        std::ofstream(path) << "movie";
+        return path;
+    };
+    const std::string workFile = makeWorkFile();
+    const std::weak_ptr<UIViewController> left = m_stack->viewControllers().at(1);
+    m_stack->popViewControllerAnimated(false);
+    EXPECT_FALSE(std::filesystem::exists(workFile)) << "swept as the screen is left";
+    ASSERT_TRUE(left.lock()) << "held by the request";
+    makeWorkFile();
+    m_ads->refuse();
+    EXPECT_TRUE(waitUntil([&] { return left.expired(); }));
+    EXPECT_TRUE(std::filesystem::exists(workFile));
 }
 
 TEST_F(InterstitialTest, WithoutASourceALoadFailsPlainly) {

@@ -37,7 +37,7 @@ void addKeysIn(const std::string& text, std::set<std::string>& keys) {
 
 std::set<std::string> usedKeys() {
     std::set<std::string> keys;
-    for (const char* folder : {"App", "Ads", "Models", "Views"}) {
+    for (const char* folder : {"App", "Ads", "Models", "Views", "Platform/Services"}) {
         if (!std::filesystem::exists(sources / folder))
             continue;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(sources / folder))

@@ -2,6 +2,7 @@
 
 #include "Platform/Foundation/NSBundle.h"
 #include "Platform/Foundation/NSUserDefaults.h"
+#include "Platform/Services/Deployment.h"
 #include "Platform/UIKit/UIButton.h"
 #include "Platform/UIKit/UIImageView.h"
 #include "Platform/UIKit/UILabel.h"
@@ -30,6 +31,7 @@ protected:
             NSUserDefaults::standardUserDefaults().keepInMemory();
             NSUserDefaults::standardUserDefaults().registerDefaults({{"resolutionIndexKey", 1}});
             registerStoryboards();
+            Deployment::setCurrent({});
             return true;
         }();
         for (const char* key : {"resolutionIndexKey", "fileTypeIndexKey", "isSaveExifKey", "doneCountKey"})

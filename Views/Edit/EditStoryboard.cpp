@@ -15,6 +15,9 @@ namespace {
 
 constexpr auto touchUp = UIControlEvents::touchUpInside | UIControlEvents::touchUpOutside;
 
+/// Of the Create button from the foot of the screen, in points, until there is a banner.
+constexpr CGFloat createButtonDistance = 16;
+
 /// From 0 to 1, with the speed 1.0 in the middle.
 void prepareSpeedSlider(UISlider& slider) {
     slider.setMinimumValue(0);
@@ -64,7 +67,9 @@ UIStoryboardScene editStoryboard() {
                                  {{UIControlEvents::valueChanged, "fileTypeChanged"}})
         .add<UILabel>("exifLabel")
         .add<UISwitch>("exifSwitch", {}, {{UIControlEvents::valueChanged, "exifChanged"}})
-        .add<UIButton>("createButton", {}, {{UIControlEvents::touchUpInside, "createTap"}});
+        .add<UIButton>("createButton", {}, {{UIControlEvents::touchUpInside, "createTap"}})
+        .addConstraint("createButtonBottomConstraint", {"", NSLayoutAttribute::bottom},
+                       {"createButton", NSLayoutAttribute::bottom}, createButtonDistance);
     return scene;
 }
 

@@ -1,21 +1,15 @@
 // The ad between a finished movie and the Preview screen.
 
 #include "Platform/Foundation/Print.h"
+#include "Platform/Services/Deployment.h"
 #include "Platform/Services/FIRAnalytics.h"
 #include "Views/Edit/EditViewController.h"
 
 namespace anadrome {
 
-namespace {
-
-/// The ad network's name for this place. Nothing is deployed.
-constexpr const char* interstitialAdUnitID = "";
-
-} // namespace
-
 void EditViewController::loadInterstitial() {
     GADInterstitialAd::loadWithAdUnitID(
-        interstitialAdUnitID, GADRequest(),
+        Deployment::current().interstitialAdUnitID, GADRequest(),
         [self = self()](std::shared_ptr<GADInterstitialAd> ad, const std::optional<NSError>& error) {
             if (error) {
                 // What was held before stays, even if it has been shown.

@@ -24,8 +24,16 @@ EditViewController::EditViewController()
     : m_videoEncoder(std::make_unique<VideoEncoder>(&ViewHelper::updateProgress)) {}
 
 EditViewController::~EditViewController() {
-    VideoFileManager::removeAllWorkFiles();
+    // An ad that is late holds a screen that was left long ago; by then the files are another clip's.
+    if (!m_hasLeftStack)
+        VideoFileManager::removeAllWorkFiles();
     removeTimeObserver();
+}
+
+void EditViewController::didMoveToParentViewController(const std::shared_ptr<UIViewController>& parent) {
+    m_hasLeftStack = !parent;
+    if (m_hasLeftStack)
+        VideoFileManager::removeAllWorkFiles();
 }
 
 std::shared_ptr<EditViewController> EditViewController::self() {
@@ -50,6 +58,7 @@ void EditViewController::declareConnections(UIConnections& connections) {
     connections.outlet("exifLabel", m_exifLabel);
     connections.outlet("exifSwitch", m_exifSwitch);
     connections.outlet("createButton", m_createButton);
+    connections.outlet("createButtonBottomConstraint", m_createButtonBottomConstraint);
     connections.action("outputTypeChanged", [this] { outputTypeChanged(); });
     connections.action("seekBarChanged", [this] { seekBarChanged(); });
     connections.action("reverseSpeedChanged", [this] { reverseSpeedChanged(); });
@@ -68,6 +77,7 @@ void EditViewController::viewDidLoad() {
     m_playerView.lock()->layer().setPlayer(m_player);
     loadPreviewPlayer(*m_inputUrl);
     loadInterstitial();
+    updateBannerView();
 }
 
 void EditViewController::setupViews() {

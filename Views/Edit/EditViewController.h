@@ -10,6 +10,8 @@
 
 namespace anadrome {
 
+class GADBannerView;
+class NSLayoutConstraint;
 class PlayerView;
 class UIButton;
 class UIImageView;
@@ -19,8 +21,8 @@ class UISlider;
 class UISwitch;
 
 /// The Edit screen: plays one clip backwards, lets the user choose what movie is made of it, and makes it.
-/// Main thread only, apart from the job's stages (EditViewController+Job.cpp). Going away, it takes all work
-/// files along.
+/// Main thread only, apart from the job's stages (EditViewController+Job.cpp). When it leaves its stack, or
+/// goes away without that, it takes all work files along.
 class EditViewController : public UIViewController, public GADFullScreenContentDelegate {
 public:
     EditViewController();
@@ -37,6 +39,8 @@ public:
     /// How fast the movie's stretches run: multiples of 0.1 from 0.1 to 10.
     double reverseSpeed() const { return m_reverseSpeed; }
     double normalSpeed() const { return m_normalSpeed; }
+
+    void didMoveToParentViewController(const std::shared_ptr<UIViewController>& parent) override;
 
 protected:
     void declareConnections(UIConnections& connections) override;
@@ -114,6 +118,9 @@ private:
     bool presentInterstitial();
     void adDidDismissFullScreenContent() override;
 
+    // Banner (EditViewController+Banner.cpp)
+    void updateBannerView();
+
     std::weak_ptr<PlayerView> m_playerView;
     std::weak_ptr<UIImageView> m_playPauseButtonImageView;
     std::weak_ptr<UISlider> m_videoSeekBar;
@@ -131,6 +138,7 @@ private:
     std::weak_ptr<UILabel> m_exifLabel;
     std::weak_ptr<UISwitch> m_exifSwitch;
     std::weak_ptr<UIButton> m_createButton;
+    std::weak_ptr<NSLayoutConstraint> m_createButtonBottomConstraint;
 
     const std::unique_ptr<VideoEncoder> m_videoEncoder;
     std::shared_ptr<AVPlayer> m_player = std::make_shared<AVPlayer>();
@@ -142,6 +150,8 @@ private:
     double m_normalSpeed = 1.0;
     bool m_isReverseFirst = false;
     std::shared_ptr<GADInterstitialAd> m_interstitial;
+    std::shared_ptr<GADBannerView> m_bannerView;
+    bool m_hasLeftStack = false;
 };
 
 } // namespace anadrome
