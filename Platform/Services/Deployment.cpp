@@ -155,14 +155,14 @@ Deployment installed() {
     return Deployment::read(files, print);
 }
 
-/// A page of the program in the store; empty without a site or a number.
-std::string pageIn(const Deployment& values, std::string_view path, std::string_view query) {
-    if (values.storeAddress.empty() || values.storeIdentifier.empty())
+/// A page in a store; empty without a site or a number.
+std::string pageIn(std::string store, std::string_view path, const std::string& identifier,
+                   std::string_view query) {
+    if (store.empty() || identifier.empty())
         return "";
-    std::string page = values.storeAddress;
-    while (page.ends_with('/'))
-        page.pop_back();
-    return page.append(path).append(values.storeIdentifier).append(query);
+    while (store.ends_with('/'))
+        store.pop_back();
+    return store.append(path).append(identifier).append(query);
 }
 
 } // namespace
@@ -190,11 +190,15 @@ Deployment Deployment::read(const std::vector<std::string>& files,
 }
 
 std::string Deployment::storePage() const {
-    return pageIn(*this, "/us/app/id", "?mt=8");
+    return productPage(storeIdentifier);
+}
+
+std::string Deployment::productPage(const std::string& identifier) const {
+    return pageIn(storeAddress, "/us/app/id", identifier, "?mt=8");
 }
 
 std::string Deployment::reviewPage() const {
-    return pageIn(*this, "/us/app/itunes-u/id", "?action=write-review");
+    return pageIn(storeAddress, "/us/app/itunes-u/id", storeIdentifier, "?action=write-review");
 }
 
 } // namespace anadrome

@@ -13,27 +13,27 @@ namespace anadrome {
 /// each value and of what an endpoint answers.
 struct Deployment {
     /// Addresses of services, http or https.
-    std::string adEndpoint;
-    std::string consentEndpoint;
-    std::string analyticsEndpoint;
-    std::string remoteConfigEndpoint;
+    std::string adEndpoint{};
+    std::string consentEndpoint{};
+    std::string analyticsEndpoint{};
+    std::string remoteConfigEndpoint{};
 
     /// The ad network's names for the program's places.
-    std::string appOpenAdUnitID;
-    std::string interstitialAdUnitID;
-    std::string bannerAdUnitID;
+    std::string appOpenAdUnitID{};
+    std::string interstitialAdUnitID{};
+    std::string bannerAdUnitID{};
     /// Of the machine that gets test ads: 32 lower-case hexadecimal digits.
-    std::string testDeviceIdentifier;
+    std::string testDeviceIdentifier{};
 
     /// The store's site, and the program's number there.
-    std::string storeAddress;
-    std::string storeIdentifier;
+    std::string storeAddress{};
+    std::string storeIdentifier{};
     /// The maker's page in the store, and web site.
-    std::string makerStorePage;
-    std::string makerWebSite;
-    std::string feedbackMailAddress;
+    std::string makerStorePage{};
+    std::string makerWebSite{};
+    std::string feedbackMailAddress{};
     /// The store's numbers of the other programs that the first screen shows.
-    std::array<std::string, 5> appStripIdentifiers;
+    std::array<std::string, 5> appStripIdentifiers{};
 
     /// The program's values: read at the first use from /etc/anadrome/deployment.conf and then, value by
     /// value over those, from anadrome/deployment.conf in the user's configuration folder. Wrong lines are
@@ -52,6 +52,8 @@ struct Deployment {
     /// The program's page in the store, and the page where people write a review of it; empty if the site or
     /// the number is.
     std::string storePage() const;
+    /// Of any product, by its number in the store.
+    std::string productPage(const std::string& identifier) const;
     std::string reviewPage() const;
 };
 

@@ -9,10 +9,17 @@
 
 namespace anadrome {
 
-/// The sheet that hands texts and files on to other programs.
+/// An address on the web.
+struct WebLink {
+    std::string address;
+
+    friend bool operator==(const WebLink&, const WebLink&) = default;
+};
+
+/// The sheet that hands texts, files and links on to other programs.
 class UIActivityViewController : public UIViewController {
 public:
-    using Item = std::variant<std::string, URL>;
+    using Item = std::variant<std::string, URL, WebLink>;
     /// The kind of activity, none if the user chose none, and whether it was carried out.
     using CompletionHandler = std::function<void(const std::optional<std::string>& activity, bool completed)>;
 

@@ -4,13 +4,13 @@
 
 namespace anadrome {
 
-std::function<void()> UIConnections::actionNamed(const std::string& name) const {
+UIConnections::Action UIConnections::actionNamed(const std::string& name) const {
     const auto found = m_actions.find(name);
     if (found == m_actions.end())
         fatalError("There is no action named " + name);
-    return [controller = m_controller, function = found->second] {
+    return [controller = m_controller, function = found->second](UIView& sender) {
         if (const auto alive = controller.lock())
-            function();
+            function(sender);
     };
 }
 

@@ -16,6 +16,8 @@ class UIViewController;
 /// The outlets and actions of a controller, by their names; a storyboard scene sets and wires them.
 class UIConnections {
 public:
+    using Action = std::function<void(UIView& sender)>;
+
     /// Declared outlets and actions refer to the controller's own fields and functions.
     explicit UIConnections(std::weak_ptr<UIViewController> controller)
         : m_controller(std::move(controller)) {}
@@ -34,8 +36,10 @@ public:
         m_constraintOutlets[name] = &outlet;
     }
     void action(const std::string& name, std::function<void()> function) {
-        m_actions[name] = std::move(function);
+        m_actions[name] = [function = std::move(function)](UIView&) { function(); };
     }
+    /// An action that looks at the view which sent it.
+    void actionOfSender(const std::string& name, Action function) { m_actions[name] = std::move(function); }
 
     using SetOutlet = std::function<void(const std::shared_ptr<UIView>& view)>;
     const std::map<std::string, SetOutlet>& outlets() const { return m_outlets; }
@@ -45,13 +49,13 @@ public:
     }
 
     /// The action of that name, which does nothing once the controller is gone. An unknown name is fatal.
-    std::function<void()> actionNamed(const std::string& name) const;
+    Action actionNamed(const std::string& name) const;
 
 private:
     std::weak_ptr<UIViewController> m_controller;
     std::map<std::string, SetOutlet> m_outlets;
+    std::map<std::string, Action> m_actions;
     std::map<std::string, std::weak_ptr<NSLayoutConstraint>*> m_constraintOutlets;
-    std::map<std::string, std::function<void()>> m_actions;
 };
 
 } // namespace anadrome

@@ -34,6 +34,8 @@ public:
 
     /// False if nobody opens such an address.
     virtual bool openURL(const std::string& /*address*/) { return false; }
+    /// Whether the user has a mail program.
+    virtual bool canSendMail() const { return false; }
     /// A wish, which may be passed over.
     virtual void requestReview(UIWindowScene& /*scene*/) {}
 };

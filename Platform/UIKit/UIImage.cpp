@@ -8,7 +8,10 @@ namespace anadrome {
 
 namespace {
 
-constexpr std::array<std::string_view, 3> symbols{"circle.fill", "pause.circle", "play.circle"};
+constexpr std::array<std::string_view, 9> symbols{
+    "apps.iphone", "circle.fill",         "envelope", "ladybug", "newspaper", "pause.circle", "pencil",
+    "play.circle", "square.and.arrow.up",
+};
 
 } // namespace
 

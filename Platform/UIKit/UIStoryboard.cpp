@@ -1,8 +1,8 @@
 #include "Platform/UIKit/UIStoryboard.h"
 
 #include "Platform/Foundation/Print.h"
+#include "Platform/UIKit/UINavigationController.h"
 #include "Platform/UIKit/UIStoryboardScene.h"
-#include "Platform/UIKit/UIViewController.h"
 
 #include <map>
 
@@ -38,6 +38,8 @@ std::shared_ptr<UIViewController> UIStoryboard::instantiateInitialViewController
     controller->m_viewLoader = [scene = m_initial](const UIConnections& connections) {
         return scene->makeView(connections);
     };
+    if (m_initial->isInNavigationController())
+        return std::make_shared<UINavigationController>(controller);
     return controller;
 }
 

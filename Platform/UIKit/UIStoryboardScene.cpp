@@ -52,7 +52,9 @@ void UIStoryboardScene::connect(const Element& element, const std::shared_ptr<UI
     if (!control)
         fatalError("The view " + element.name + " is no control and sends no events");
     for (const Wire& wire : element.wires)
-        control->addAction(wire.events, connections.actionNamed(wire.action));
+        control->addAction(wire.events, [action = connections.actionNamed(wire.action), &sender = *control] {
+            action(sender);
+        });
 }
 
 void UIStoryboardScene::addConstraints(UIView& root, const UIConnections& connections) const {

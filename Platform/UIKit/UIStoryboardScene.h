@@ -49,6 +49,12 @@ public:
         return *this;
     }
 
+    /// The controller comes as the root of a navigation stack.
+    UIStoryboardScene& inNavigationController() {
+        m_isInNavigationController = true;
+        return *this;
+    }
+
     /// A measure of a view by the view's name; of the whole screen without one.
     struct Anchor {
         std::string view;
@@ -62,6 +68,7 @@ public:
     }
 
     std::shared_ptr<UIViewController> makeController() const { return m_makeController(); }
+    bool isInNavigationController() const { return m_isInNavigationController; }
     /// A new view tree, connected. An outlet without a view is fatal, as is a wire to an unknown action.
     std::shared_ptr<UIView> makeView(const UIConnections& connections) const;
 
@@ -85,6 +92,7 @@ private:
 
     std::function<std::shared_ptr<UIViewController>()> m_makeController;
     std::vector<Element> m_elements;
+    bool m_isInNavigationController = false;
     std::vector<Constraint> m_constraints;
 };
 

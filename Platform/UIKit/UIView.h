@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/CoreGraphics/CGGeometry.h"
+#include "Platform/UIKit/CALayer.h"
 #include "Platform/UIKit/NSLayoutConstraint.h"
 #include "Platform/UIKit/UILayoutGuide.h"
 
@@ -28,6 +29,10 @@ public:
     const std::string& accessibilityIdentifier() const { return m_identifier; }
     void setAccessibilityIdentifier(std::string name) { m_identifier = std::move(name); }
 
+    /// A number by which an action tells several senders apart.
+    long tag() const { return m_tag; }
+    void setTag(long tag) { m_tag = tag; }
+
     /// Where the view lies in its superview, in points. Set by front ends, which so aren't told of it; a view
     /// that a storyboard loads has the screen's size at first.
     const CGRect& frame() const { return m_frame; }
@@ -39,6 +44,9 @@ public:
     void setHidden(bool isHidden) { change(m_isHidden, isHidden); }
     bool isUserInteractionEnabled() const { return m_isUserInteractionEnabled; }
     void setUserInteractionEnabled(bool isEnabled) { change(m_isUserInteractionEnabled, isEnabled); }
+
+    const CALayer& layer() const { return m_layer; }
+    void setLayer(const CALayer& layer) { change(m_layer, layer); }
 
     /// The rearmost first.
     const std::vector<std::shared_ptr<UIView>>& subviews() const { return m_subviews; }
@@ -103,7 +111,9 @@ private:
     bool isCoveredBySibling() const;
 
     std::string m_identifier;
+    long m_tag = 0;
     CGRect m_frame;
+    CALayer m_layer;
     CGFloat m_alpha = 1;
     bool m_isHidden = false;
     bool m_isUserInteractionEnabled = true;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/UIKit/UINavigationItem.h"
+
 #include <functional>
 #include <memory>
 #include <vector>
@@ -39,6 +41,9 @@ public:
 
     /// The nearest stack that this controller is in; null if there is none.
     std::shared_ptr<UINavigationController> navigationController() const;
+
+    /// What the stack's bar shows while this controller is on top.
+    UINavigationItem& navigationItem() { return m_navigationItem; }
 
     /// What this controller, or one that it is in, presents; null if nothing.
     std::shared_ptr<UIViewController> presentedViewController() const;
@@ -93,6 +98,7 @@ private:
 
     /// Set by the storyboard that the controller comes from.
     ViewLoader m_viewLoader;
+    UINavigationItem m_navigationItem;
     std::shared_ptr<UIView> m_view;
     Appearance m_appearance = Appearance::disappeared;
     bool m_isAnimated = false;

@@ -56,6 +56,10 @@ TEST_F(FileTests, TellWhichFileFailedAndWhy) {
     EXPECT_EQ(codesOf(m_manager.createDirectoryAtPath(path("none/new"), false)), Codes(4, ENOENT));
     EXPECT_EQ(codesOf(m_manager.createDirectoryAtPath(path("file"), true)), Codes(516, EEXIST));
     EXPECT_EQ(codesOf(m_manager.createDirectoryAtPath(path("file/new"), true)), Codes(512, ENOTDIR));
+    EXPECT_EQ(codesOf(m_manager.copyItemAtURL(url("none"), url("copy"))), Codes(260, ENOENT));
+    EXPECT_EQ(codesOf(m_manager.copyItemAtURL(url("file"), url("file"))), Codes(516, EEXIST));
+    EXPECT_EQ(codesOf(m_manager.copyItemAtURL(url("file"), url("none/copy"))), Codes(4, ENOENT));
+    EXPECT_EQ(codesOf(m_manager.copyItemAtURL(url(""), url("copy"))), Codes(256, EINVAL));
     EXPECT_EQ(codesOf(readData(url("none")).error()), Codes(260, ENOENT));
     EXPECT_EQ(codesOf(readData(url("")).error()), Codes(256, EISDIR));
     EXPECT_EQ(codesOf(FileReader::open(url("none")).error()), Codes(260, ENOENT));

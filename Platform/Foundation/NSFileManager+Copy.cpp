@@ -1,0 +1,48 @@
+#include "Platform/Foundation/CopyBytes.h"
+#include "Platform/Foundation/FileDescriptor.h"
+#include "Platform/Foundation/FileError.h"
+#include "Platform/Foundation/NSFileManager.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <linux/fs.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace anadrome {
+
+namespace {
+
+CopyOutcome copyContent(int from, int to) {
+    if (::ioctl(to, FICLONE, from) == 0)
+        return {};
+    return copyBytes(from, to);
+}
+
+} // namespace
+
+std::optional<NSError> NSFileManager::copyItemAtURL(const URL& source, const URL& target) const {
+    const auto readError = [&](int number) { return fileError(FileAction::read, number, source.path()); };
+    const auto writeError = [&](int number) { return fileError(FileAction::write, number, target.path()); };
+    const FileDescriptor from(::open(source.path().c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status {};
+    if (!from || ::fstat(from.get(), &status) != 0)
+        return readError(errno);
+    if (!S_ISREG(status.st_mode))
+        return readError(EINVAL);
+    const FileDescriptor to(::open(target.path().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    if (!to)
+        return writeError(errno);
+    const CopyOutcome copied = copyContent(from.get(), to.get());
+    if (copied.readError == 0 && copied.writeError == 0) {
+        const timespec times[]{status.st_atim, status.st_mtim};
+        ::fchmod(to.get(), (status.st_mode & 0777) | S_IRUSR | S_IWUSR);
+        ::futimens(to.get(), times);
+        return std::nullopt;
+    }
+    ::unlink(target.path().c_str());
+    return copied.readError != 0 ? readError(copied.readError) : writeError(copied.writeError);
+}
+
+} // namespace anadrome
