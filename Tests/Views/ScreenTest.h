@@ -100,6 +100,12 @@ protected:
     std::shared_ptr<UINavigationController> m_stack =
         std::make_shared<UINavigationController>(std::make_shared<UIViewController>());
 
+    /// What is shown over the stack.
+    template <class Controller>
+    std::shared_ptr<Controller> presented() const {
+        return std::dynamic_pointer_cast<Controller>(m_stack->presentedViewController());
+    }
+
 private:
     template <class Controller>
     static std::shared_ptr<Controller> instantiate(const std::string& storyboard) {

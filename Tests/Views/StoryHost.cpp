@@ -1,22 +1,41 @@
 #include "Tests/Views/StoryHost.h"
 
+#include "Platform/MessageUI/MFMailComposeViewController.h"
+#include "Platform/PhotosUI/PHPickerViewController.h"
 #include "Platform/Services/GADFullScreenAdViewController.h"
+#include "Platform/StoreKit/SKStoreProductViewController.h"
 #include "Platform/UIKit/UIActivityViewController.h"
+#include "Platform/UIKit/UIDocumentPickerViewController.h"
+#include "Platform/UIKit/UIImagePickerController.h"
+#include "Platform/UIKit/UINavigationController.h"
 #include "Views/Edit/EditViewController.h"
 #include "Views/Preview/PreviewViewController.h"
+#include "Views/Settings/SettingsViewController.h"
 
 namespace anadrome {
+
+namespace {
+
+template <class... Kinds>
+std::string nameAmong(UIViewController& controller, const std::array<const char*, sizeof...(Kinds)>& names) {
+    std::size_t index = 0;
+    const bool isFound = ((dynamic_cast<Kinds*>(&controller) ? true : (++index, false)) || ...);
+    return isFound ? names[index] : "screen";
+}
+
+} // namespace
 
 std::string StoryHost::nameOf(UIViewController& controller) {
     if (const auto* dialog = dynamic_cast<UIAlertController*>(&controller))
         return "dialog " + dialog->message();
-    if (dynamic_cast<GADFullScreenAdViewController*>(&controller))
-        return "ad";
-    if (dynamic_cast<UIActivityViewController*>(&controller))
-        return "share sheet";
-    if (dynamic_cast<EditViewController*>(&controller))
-        return "Edit";
-    return dynamic_cast<PreviewViewController*>(&controller) ? "Preview" : "screen";
+    if (auto* stack = dynamic_cast<UINavigationController*>(&controller))
+        return nameOf(*stack->topViewController());
+    return nameAmong<GADFullScreenAdViewController, UIActivityViewController, UIImagePickerController,
+                     PHPickerViewController, UIDocumentPickerViewController, MFMailComposeViewController,
+                     SKStoreProductViewController, SettingsViewController, EditViewController,
+                     PreviewViewController>(controller,
+                                            {"ad", "share sheet", "camera", "library", "files", "mail",
+                                             "store sheet", "Settings", "Edit", "Preview"});
 }
 
 std::string StoryHost::nameOfHud() {

@@ -42,6 +42,7 @@ public:
         return m_lines;
     }
 
+    bool hasMailProgram = true;
     /// What the pie has shown.
     std::vector<float> percents;
     /// Called whenever the pie moves, with its fraction.
@@ -63,6 +64,12 @@ public:
         tell("pop " + std::to_string(popped.size()));
     }
     void didPresent(UIViewController& presented, bool) override { tell(nameOf(presented)); }
+    void didDismiss(UIViewController& dismissed, bool) override { tell("gone " + nameOf(dismissed)); }
+    bool openURL(const std::string& address) override {
+        tell("open " + address);
+        return true;
+    }
+    bool canSendMail() const override { return hasMailProgram; }
     void requestReview(UIWindowScene&) override { tell("review"); }
 
 private:

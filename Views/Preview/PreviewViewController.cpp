@@ -18,7 +18,7 @@
 #include "Platform/UIKit/UILabel.h"
 #include "Platform/UIKit/UINavigationController.h"
 #include "Platform/UIKit/UIWindowScene.h"
-#include "Views/Common/StorePage.h"
+#include "Views/Common/StoreTexts.h"
 #include "Views/Common/ViewHelper.h"
 
 namespace anadrome {
@@ -144,7 +144,7 @@ void PreviewViewController::shareTap() {
 
 void PreviewViewController::shareAppTap() {
     FIRAnalytics::logEventWithName("result_app_share");
-    const std::vector<UIActivityViewController::Item> items{NSLocalizedString("AppName") + " " + storePage};
+    const std::vector<UIActivityViewController::Item> items{recommendation()};
     presentViewController(std::make_shared<UIActivityViewController>(items), true);
 }
 

@@ -1,0 +1,193 @@
+#include "Models/VideoFileManager.h"
+#include "Platform/Services/Deployment.h"
+#include "Platform/StoreKit/SKStoreProductViewController.h"
+#include "Platform/UIKit/UIActivityViewController.h"
+#include "Platform/UniformTypeIdentifiers/UTType.h"
+#include "Tests/Views/ScreenTest.h"
+#include "Views/Title/TitleViewController.h"
+
+#include <filesystem>
+#include <fstream>
+
+namespace anadrome {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class TitleScreenTest : public ScreenTest {
+protected:
+    TitleScreenTest() {
+        Deployment::setCurrent({});
+        m_clip = clip("clip.mp4", {.width = 64, .height = 48, .frames = 6});
+        openTitle();
+    }
+    ~TitleScreenTest() override { Deployment::setCurrent({}); }
+
+    void openTitle() {
+        m_stack = std::dynamic_pointer_cast<UINavigationController>(
+            UIStoryboard::storyboardWithName("Main").instantiateInitialViewController());
+        m_host.show(m_stack);
+        settle();
+        m_host.clear();
+    }
+    /// Lets everything happen that is on its way, the copying of a clip included.
+    static void settle() {
+        waitUntil([] { return false; }, std::chrono::milliseconds(100));
+    }
+    void tap(const std::string& button) { view<UIButton>(button)->tap(); }
+    URL url(const std::string& file) const { return URL::fileURLWithPath(file); }
+    /// Of the Edit screen on top; empty if there is none.
+    URL clipOfEditScreen() const {
+        const auto edit = std::dynamic_pointer_cast<EditViewController>(m_stack->topViewController());
+        return edit ? *edit->inputUrl() : URL();
+    }
+    static std::size_t workFiles() {
+        return static_cast<std::size_t>(
+            std::distance(fs::directory_iterator(VideoFileManager::videosDirectory().path()), {}));
+    }
+
+    std::string m_clip;
+};
+
+} // namespace
+
+TEST_F(TitleScreenTest, OpensWithItsTextsTheStoredQualityAndAnEmptyWorkFolder) {
+    for (const int quality : {2, 0}) {
+        preferences().setInteger(quality, "resolutionIndexKey");
+        std::ofstream(VideoFileManager::videosDirectory().appendingPathComponent("left.mov").path()) << "x";
+        openTitle();
+        EXPECT_EQ(view<UISegmentedControl>("videoQualitySegmentedControl")->selectedSegmentIndex(), quality);
+        EXPECT_EQ(workFiles(), 0U);
+    }
+    EXPECT_EQ(text("app5Label"), NSLocalizedString("MoreApp5"));
+    EXPECT_EQ(view<UIButton>("iCloudButton")->titleLabel()->text(), NSLocalizedString("SelectFromFiles"));
+    EXPECT_EQ(view<UISegmentedControl>("videoQualitySegmentedControl")->titleForSegmentAtIndex(2),
+              NSLocalizedString("ResolutionHQ"));
+    EXPECT_EQ(view<UIButton>("shareAppButton")->titleLabel()->minimumScaleFactor(), 0.5);
+    EXPECT_TRUE(view<UIButton>("cameraButton")->layer().masksToBounds) << "its corners are round";
+    view<UISegmentedControl>("videoQualitySegmentedControl")->tapSegment(1);
+    EXPECT_EQ(preferences().integerForKey("resolutionIndexKey"), 1);
+}
+
+TEST_F(TitleScreenTest, TakesACopyOfARecordedClip) {
+    tap("cameraButton");
+    const auto camera = presented<UIImagePickerController>();
+    ASSERT_TRUE(camera);
+    EXPECT_EQ(camera->mediaTypes(), std::vector<std::string>{"public.movie"});
+    EXPECT_EQ(camera->sourceType(), UIImagePickerControllerSourceType::camera);
+    EXPECT_EQ(camera->videoQuality(), UIImagePickerControllerQualityType::high);
+    camera->finishPicking(url(m_clip));
+    EXPECT_EQ(m_host.story(), (Story{"event title_camera", "camera", "gone camera", "push Edit"}));
+    EXPECT_EQ(clipOfEditScreen().pathExtension(), "mp4");
+    EXPECT_EQ(clipOfEditScreen().deletingLastPathComponent(), VideoFileManager::videosDirectory());
+    EXPECT_EQ(fs::file_size(clipOfEditScreen().path()), fs::file_size(m_clip));
+}
+
+TEST_F(TitleScreenTest, SaysThatARecordingIsNowhereToBeFoundAndLeavesTheCameraUp) {
+    tap("cameraButton");
+    const auto camera = presented<UIImagePickerController>();
+    camera->finishPicking(std::nullopt);
+    settle();
+    const std::string message = "dialog " + NSLocalizedString("FailedToAccessAvasset");
+    EXPECT_EQ(m_host.story(), (Story{"event title_camera", "camera", message}));
+    EXPECT_TRUE(camera->presentingViewController());
+    EXPECT_EQ(workFiles(), 0U);
+}
+
+TEST_F(TitleScreenTest, TakesACopyOfAMovieFromTheLibraryAndPassesOverWhatIsNone) {
+    std::ofstream(path("notes.txt")) << "no movie";
+    fs::copy(m_clip, path("noextension"));
+    const struct {
+        std::vector<URL> picked;
+        bool opens;
+        std::string endOfName;
+    } rows[] = {{{}, false, ""},
+                {{url(path("notes.txt"))}, false, ""},
+                {{url(m_clip), url(path("notes.txt"))}, true, ".mp4"},
+                {{url(path("noextension"))}, true, "."}};
+    for (const auto& row : rows) {
+        tap("libraryButton");
+        const auto picker = presented<PHPickerViewController>();
+        ASSERT_TRUE(picker);
+        EXPECT_EQ(picker->configuration().filter, PHPickerFilter::videos);
+        EXPECT_EQ(picker->configuration().selectionLimit, 1);
+        EXPECT_EQ(picker->configuration().preferredAssetRepresentationMode,
+                  PHPickerConfigurationAssetRepresentationMode::current);
+        picker->finish(row.picked);
+        EXPECT_FALSE(m_stack->presentedViewController());
+        if (!row.opens) {
+            settle();
+            EXPECT_EQ(m_host.story(), (Story{"event title_library", "library", "gone library"}));
+        } else {
+            EXPECT_TRUE(waitFor("push Edit"));
+            EXPECT_TRUE(clipOfEditScreen().path().ends_with(row.endOfName)) << clipOfEditScreen().path();
+            EXPECT_EQ(workFiles(), 1U);
+            m_stack->popToRootViewControllerAnimated(false);
+            settle();
+        }
+        EXPECT_EQ(workFiles(), 0U);
+        m_host.clear();
+    }
+}
+
+TEST_F(TitleScreenTest, SaysWhyAMovieOfTheLibraryCannotBeRead) {
+    tap("libraryButton");
+    presented<PHPickerViewController>()->finish({url(path("gone.mp4"))});
+    EXPECT_TRUE(waitUntil([&] { return dialog() != nullptr; }));
+    EXPECT_EQ(m_host.story().back(), "dialog “gone.mp4” couldn’t be read: No such file or directory.");
+    EXPECT_EQ(clipOfEditScreen(), URL());
+}
+
+TEST_F(TitleScreenTest, UsesTheFirstOfThePickedFilesWhereItLies) {
+    tap("iCloudButton");
+    presented<UIDocumentPickerViewController>()->finish({});
+    EXPECT_EQ(m_host.story(), (Story{"event title_iCloud", "files", "gone files"}));
+    tap("iCloudButton");
+    EXPECT_EQ(presented<UIDocumentPickerViewController>()->documentTypes(),
+              std::vector<std::string>{kUTTypeMovie});
+    presented<UIDocumentPickerViewController>()->finish({url(m_clip), url(path("other.mp4"))});
+    EXPECT_EQ(clipOfEditScreen(), url(m_clip));
+    EXPECT_EQ(workFiles(), 0U);
+    m_stack->popToRootViewControllerAnimated(false);
+    settle();
+    EXPECT_TRUE(fs::exists(m_clip)) << "the sweep leaves the user's own file";
+}
+
+TEST_F(TitleScreenTest, SharesTheProgramWithItsPageIfThereIsOne) {
+    using Items = std::vector<UIActivityViewController::Item>;
+    const std::string page = "https://store.example/us/app/id42?mt=8";
+    for (const bool isDeployed : {false, true}) {
+        Deployment values;
+        if (isDeployed)
+            values = {.storeAddress = "https://store.example", .storeIdentifier = "42"};
+        Deployment::setCurrent(values);
+        m_host.clear();
+        tap("shareAppButton");
+        EXPECT_EQ(m_host.story(), (Story{"event top_share", "share sheet"}));
+        EXPECT_EQ(presented<UIActivityViewController>()->activityItems(),
+                  isDeployed ? (Items{"Anadrome " + page, WebLink{page}}) : Items{std::string("Anadrome")});
+        presented<UIActivityViewController>()->finish(std::nullopt, false);
+    }
+}
+
+TEST_F(TitleScreenTest, ShowsAnotherAppsPageAfterTheHudAndNothingWhereNoneIsDeployed) {
+    tap("app1Button");
+    EXPECT_TRUE(waitFor("no hud"));
+    settle();
+    EXPECT_EQ(m_host.story(), (Story{"event other_app_0", "ring", "no hud"}));
+    Deployment values{.storeAddress = "https://store.example"};
+    values.appStripIdentifiers[4] = "99";
+    Deployment::setCurrent(values);
+    for (int time = 0; time < 2; ++time) {
+        m_host.clear();
+        tap("app5Button");
+        EXPECT_TRUE(waitFor("store sheet"));
+        EXPECT_EQ(m_host.story(), (Story{"event other_app_4", "ring", "no hud", "store sheet"}));
+        EXPECT_EQ(presented<SKStoreProductViewController>()->productPage(),
+                  "https://store.example/us/app/id99?mt=8");
+        m_stack->dismissViewControllerAnimated(false);
+    }
+}
+
+} // namespace anadrome

@@ -1,0 +1,71 @@
+// From the question for consent to the one start of the ads. Nothing of it reaches the user but the form.
+
+#include "Ads/AppOpenAdManager.h"
+#include "Platform/Dispatch/DispatchQueue.h"
+#include "Platform/Foundation/Print.h"
+#include "Platform/Services/Deployment.h"
+#include "Platform/Services/GADMobileAds.h"
+#include "Platform/Services/UMPConsentForm.h"
+#include "Platform/Services/UMPConsentInformation.h"
+#include "Views/Title/TitleViewController.h"
+
+namespace anadrome {
+
+void TitleViewController::gatherConsent() {
+    UMPRequestParameters parameters;
+    parameters.setTagForUnderAgeOfConsent(false);
+    UMPConsentInformation& consent = UMPConsentInformation::sharedInstance();
+    consent.requestConsentInfoUpdateWithParameters(parameters,
+                                                   [weak = weakSelf()](const std::optional<NSError>& error) {
+                                                       if (const auto self = weak.lock())
+                                                           self->consentUpdated(error);
+                                                   });
+    // Who consented in an earlier run needn't wait for the update.
+    if (consent.canRequestAds())
+        scheduleMobileAdsStart();
+}
+
+void TitleViewController::consentUpdated(const std::optional<NSError>& error) {
+    if (error) {
+        scheduleMobileAdsStart();
+        print("Error: " + error->localizedDescription());
+        return;
+    }
+    UMPConsentForm::loadAndPresentIfRequiredFromViewController(
+        *this, [weak = weakSelf()](const std::optional<NSError>& formError) {
+            if (const auto self = weak.lock())
+                self->consentFormFinished(formError);
+        });
+}
+
+void TitleViewController::consentFormFinished(const std::optional<NSError>& error) {
+    if (error) {
+        scheduleMobileAdsStart();
+        print("Error: " + error->localizedDescription());
+        return;
+    }
+    if (UMPConsentInformation::sharedInstance().canRequestAds())
+        scheduleMobileAdsStart();
+}
+
+void TitleViewController::scheduleMobileAdsStart() {
+    DispatchQueue::main().async([weak = weakSelf()] {
+        if (const auto self = weak.lock())
+            self->startMobileAds();
+    });
+}
+
+void TitleViewController::startMobileAds() {
+    if (m_isMobileAdsStartCalled)
+        return;
+    m_isMobileAdsStartCalled = true;
+    GADMobileAds& ads = GADMobileAds::sharedInstance();
+    ads.requestConfiguration().setTestDeviceIdentifiers({Deployment::current().testDeviceIdentifier});
+    ads.startWithCompletionHandler([] {
+        AppOpenAdManager& manager = AppOpenAdManager::shared();
+        manager.setHasStartCompleted(true);
+        manager.startLoad();
+    });
+}
+
+} // namespace anadrome

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "Platform/PhotosUI/PHPickerViewController.h"
+#include "Platform/UIKit/UIDocumentPickerViewController.h"
+#include "Platform/UIKit/UIImagePickerController.h"
+
+#include <array>
+
+namespace anadrome {
+
+class SKStoreProductViewController;
+class UIButton;
+class UILabel;
+class UISegmentedControl;
+
+/// The first screen: takes in a clip from the camera, the user's movies or a file and opens the Edit screen
+/// with it; holds the quality of the movies; asks for consent and starts the ads. Main thread only, but for
+/// the copying of a picked movie.
+class TitleViewController : public UIViewController,
+                            public UIImagePickerControllerDelegate,
+                            public PHPickerViewControllerDelegate,
+                            public UIDocumentPickerDelegate {
+public:
+    void didFinishPickingMediaWithInfo(UIImagePickerController& picker, const Info& info) override;
+    void imagePickerControllerDidCancel(UIImagePickerController& picker) override;
+    void didFinishPicking(PHPickerViewController& picker,
+                          const std::vector<PHPickerResult>& results) override;
+    void didPickDocumentsAtURLs(UIDocumentPickerViewController& picker,
+                                const std::vector<URL>& urls) override;
+
+protected:
+    void declareConnections(UIConnections& connections) override;
+    void viewDidLoad() override;
+
+private:
+    void setTexts();
+    std::shared_ptr<TitleViewController> self();
+    std::weak_ptr<TitleViewController> weakSelf() { return self(); }
+
+    // Intake (TitleViewController+Intake.cpp)
+    void cameraTap();
+    void libraryTap();
+    void iCloudTap();
+    void takePickedMovie(const std::optional<URL>& movie, const std::optional<NSError>& error);
+    static URL copyToWorkFolder(const URL& source);
+    void openEditScreen(const URL& url);
+
+    void infoButtonTapped();
+    void shareAppTapped();
+    void videoQualityChanged();
+    void appButtonTapped(long tag);
+    void presentStoreSheet(const std::shared_ptr<SKStoreProductViewController>& sheet);
+
+    // Consent (TitleViewController+Consent.cpp)
+    void gatherConsent();
+    void consentUpdated(const std::optional<NSError>& error);
+    void consentFormFinished(const std::optional<NSError>& error);
+    void scheduleMobileAdsStart();
+    void startMobileAds();
+
+    std::weak_ptr<UILabel> m_moreAppsLabel;
+    std::array<std::weak_ptr<UILabel>, 5> m_appLabels;
+    std::weak_ptr<UIButton> m_shareAppButton;
+    std::weak_ptr<UIButton> m_cameraButton;
+    std::weak_ptr<UIButton> m_libraryButton;
+    std::weak_ptr<UIButton> m_iCloudButton;
+    std::weak_ptr<UILabel> m_cameraNotice;
+    std::weak_ptr<UILabel> m_videoQualityLabel;
+    std::weak_ptr<UISegmentedControl> m_videoQualitySegmentedControl;
+
+    bool m_isMobileAdsStartCalled = false;
+    bool m_hasPresentedStoreVC = false;
+};
+
+} // namespace anadrome
