@@ -1,0 +1,42 @@
+#include "App/AppDelegate.h"
+
+#include "App/RemoteConfigClient.h"
+#include "Platform/AVFoundation/AVAudioSession.h"
+#include "Platform/Foundation/NSUserDefaults.h"
+#include "Platform/Foundation/Print.h"
+#include "Platform/Services/ALPrivacySettings.h"
+#include "Platform/Services/FIRApp.h"
+#include "Platform/Services/FIRRemoteConfig.h"
+
+namespace anadrome {
+
+bool AppDelegate::didFinishLaunchingWithOptions(UIApplication&, const Dictionary&) {
+    // First of all: what follows counts and asks through it.
+    FIRApp::configure();
+    // Whatever the user's answer to the consent form is or will be.
+    ALPrivacySettings::setHasUserConsent(true);
+    ALPrivacySettings::setDoNotSell(true);
+    NSUserDefaults::standardUserDefaults().registerDefaults({{"resolutionIndexKey", 1}});
+    fetchRemoteConfig();
+    prepareSound();
+    return true;
+}
+
+UISceneConfiguration AppDelegate::configurationForConnectingSceneSession(UIApplication&,
+                                                                         const UISceneSession& session) {
+    return {"Default Configuration", session.role};
+}
+
+void AppDelegate::fetchRemoteConfig() {
+    RemoteConfigClient::shared().remoteConfig()->fetchAndActivateWithCompletionHandler(
+        [](FIRRemoteConfigFetchAndActivateStatus, const std::optional<NSError>& error) {
+            print(error ? error->localizedDescription() : "Remote config successfully fetched & activated!");
+        });
+}
+
+void AppDelegate::prepareSound() {
+    if (const auto error = AVAudioSession::sharedInstance().setCategory(AVAudioSessionCategoryPlayback))
+        print(error->description());
+}
+
+} // namespace anadrome

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "App/AppDelegate.h"
+#include "App/DeclareApp.h"
+#include "Platform/Services/Deployment.h"
+#include "Platform/UIKit/UIWindowSceneDelegate.h"
+#include "Tests/Support/Environment.h"
+#include "Tests/Views/ScreenTest.h"
+
+namespace anadrome {
+
+/// The app from its launch on, with folders of its own. Each test is to run in a process of its own, since a
+/// program is launched once.
+class LaunchTest : public ScreenTest {
+protected:
+    LaunchTest() {
+        Deployment::setCurrent({});
+        declareApp();
+    }
+    ~LaunchTest() override { UIApplication::sharedApplication().disconnectScene(m_scene); }
+
+    void launch() {
+        m_scene = UIApplication::sharedApplication().launch(m_delegate);
+        m_stack = std::dynamic_pointer_cast<UINavigationController>(
+            m_scene->delegate()->window()->rootViewController());
+    }
+    void activate() {
+        m_scene->moveTo(UISceneActivationState::background);
+        m_scene->moveTo(UISceneActivationState::foregroundActive);
+    }
+
+    const testing_support::Environment m_home{"HOME", m_folder.path()};
+    const testing_support::Environment m_state{"XDG_STATE_HOME", m_folder.file("state")};
+    const testing_support::Environment m_configuration{"XDG_CONFIG_HOME", m_folder.file("config")};
+    const std::shared_ptr<AppDelegate> m_delegate = std::make_shared<AppDelegate>();
+    std::shared_ptr<UIWindowScene> m_scene;
+};
+
+} // namespace anadrome
