@@ -10,6 +10,7 @@ CLI = BUILD / "Terminal" / "anadrome-cli"
 CLIP_MAKER = BUILD / "Tests" / "anadrome-make-clip"
 EXPORT_CLIP = BUILD / "Benchmarks" / "anadrome-export-clip"
 PLAY_BACKWARDS = BUILD / "Benchmarks" / "anadrome-play-backwards"
+WHOLE_START = BUILD / "Benchmarks" / "anadrome-whole-start"
 FRAME_STORE = BUILD / "Benchmarks" / "frame_store_bench"
 CLIPS = BUILD / "clips"
 
