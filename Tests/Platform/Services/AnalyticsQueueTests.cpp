@@ -9,10 +9,10 @@
 #include "Tests/Support/ReferenceServer.h"
 #include "Tests/Support/ScratchFolder.h"
 
+#include <QRegularExpression>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <regex>
 
 using namespace anadrome;
 using namespace std::chrono_literals;
@@ -88,11 +88,12 @@ TEST_F(AnalyticsQueueTests, SendsNameTimeInstallationAndVersionAndNothingElse) {
     ASSERT_TRUE(m_world.awaitsAnswer());
     EXPECT_EQ(m_world.request().address, "https://events.test/");
     const std::string body = m_world.request().body;
-    const std::regex form(R"(\{"events":\[\{"name":"title_iCloud","time":"2026-11-23T05:28:37Z"\},)"
-                          R"(\{"name":"save","time":"2026-11-23T05:28:37Z"\}\],)"
-                          R"("install":"[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[0-9a-f]{4}-[0-9a-f]{12}",)"
-                          R"("version":"[0-9.]+"\})");
-    EXPECT_TRUE(std::regex_match(body, form)) << body;
+    const QRegularExpression form(
+        R"(^\{"events":\[\{"name":"title_iCloud","time":"2026-11-23T05:28:37Z"\},)"
+        R"(\{"name":"save","time":"2026-11-23T05:28:37Z"\}\],)"
+        R"("install":"[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[0-9a-f]{4}-[0-9a-f]{12}",)"
+        R"("version":"[0-9.]+"\}$)");
+    EXPECT_TRUE(form.match(QString::fromStdString(body)).hasMatch()) << body;
 
     // What a run leaves is sent by the next one, from the same installation.
     m_world.answer(tooLate);

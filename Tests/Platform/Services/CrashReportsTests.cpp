@@ -3,13 +3,13 @@
 #include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/ScratchFolder.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 #include <alloca.h>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <regex>
 #include <sys/resource.h>
 
 using namespace anadrome;
@@ -58,9 +58,9 @@ TEST(CrashReports, TellSignalAndCallsAndLeaveTheProgramsEndAsItWas) {
         EXPECT_EQ(fs::status(paths.back()).permissions(), fs::perms::owner_read | fs::perms::owner_write);
         std::ifstream file(paths.back());
         const std::string report(std::istreambuf_iterator<char>(file), {});
-        const std::regex form("Anadrome [0-9.]+\n20[0-9-]{8}T[0-9:]{8}Z\n" + std::string(signal) +
-                              "\n[^\n]+\\(.*\\)\\[0x[0-9a-f]+\\]\n");
-        EXPECT_TRUE(std::regex_search(report, form, std::regex_constants::match_continuous)) << report;
+        const QRegularExpression form(QStringLiteral("^Anadrome [0-9.]+\n20[0-9-]{8}T[0-9:]{8}Z\n") + signal +
+                                      "\n[^\n]+\\(.*\\)\\[0x[0-9a-f]+\\]\n");
+        EXPECT_TRUE(form.match(QString::fromStdString(report)).hasMatch()) << report;
         EXPECT_LT(report.size(), 64'000U);
     }
 }

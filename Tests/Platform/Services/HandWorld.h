@@ -14,6 +14,15 @@ class HandWorld {
 public:
     using Seconds = std::chrono::seconds;
 
+    HandWorld() = default;
+    HandWorld(const HandWorld&) = delete;
+    HandWorld& operator=(const HandWorld&) = delete;
+    ~HandWorld() {
+        // They hold the services, which hold the state.
+        m_state->requests.clear();
+        m_state->timers.clear();
+    }
+
     ServiceWorld world() const {
         return {.send = [s = m_state](auto request, auto done) { s->requests.emplace_back(request, done); },
                 .now = [s = m_state] { return s->now; },
