@@ -1,13 +1,17 @@
 #include "Tests/Support/ReferenceServer.h"
 
-#include <QProcess>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <chrono>
 #include <csignal>
+#include <fcntl.h>
 #include <fstream>
+#include <spawn.h>
 #include <stdexcept>
-#include <sys/prctl.h>
+#include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
+#include <utility>
 
 namespace anadrome::testing_support {
 
@@ -41,26 +45,32 @@ std::string ReferenceServer::address(const std::string& path) const {
 }
 
 void ReferenceServer::start() {
-    m_process = std::make_unique<QProcess>();
-    m_process->setStandardOutputFile(QProcess::nullDevice());
-    m_process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_process->setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
-    m_process->start(ANADROME_SOURCE_DIR "/scripts/serve",
-                     {QString::number(m_port), QString::fromStdString(m_folder.path())});
+    const std::string script = ANADROME_SOURCE_DIR "/scripts/serve";
+    const std::string port = std::to_string(m_port);
+    const std::string folder = m_folder.path().string();
+    // It dies with the test, however that ends.
+    const char* command[] = {"setpriv",    "--pdeathsig",  "KILL", script.c_str(),
+                             port.c_str(), folder.c_str(), nullptr};
+    posix_spawn_file_actions_t actions;
+    ::posix_spawn_file_actions_init(&actions);
+    ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    const int failure =
+        ::posix_spawnp(&m_process, command[0], &actions, nullptr, const_cast<char**>(command), environ);
+    ::posix_spawn_file_actions_destroy(&actions);
+    if (failure != 0)
+        throw std::runtime_error("setpriv can't be started");
     while (!isListening(m_port)) {
-        // Which also takes note of its end.
-        m_process->waitForFinished(10);
-        if (m_process->state() == QProcess::NotRunning)
+        if (::waitpid(m_process, nullptr, WNOHANG) != 0)
             throw std::runtime_error("scripts/serve ended");
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
 }
 
 void ReferenceServer::stop() {
-    if (!m_process)
+    if (m_process <= 0)
         return;
-    m_process->terminate();
-    m_process->waitForFinished();
-    m_process.reset();
+    ::kill(m_process, SIGTERM);
+    ::waitpid(std::exchange(m_process, -1), nullptr, 0);
 }
 
 std::vector<std::string> ReferenceServer::requests() const {

@@ -3,11 +3,9 @@
 #include "Tests/Support/ScratchFolder.h"
 
 #include <cstdint>
-#include <memory>
 #include <string>
+#include <sys/types.h>
 #include <vector>
-
-class QProcess;
 
 namespace anadrome::testing_support {
 
@@ -33,7 +31,7 @@ public:
 private:
     const ScratchFolder m_folder;
     const std::uint16_t m_port;
-    std::unique_ptr<QProcess> m_process;
+    pid_t m_process = -1;
 };
 
 } // namespace anadrome::testing_support
