@@ -4,7 +4,6 @@
 #include "Tests/Support/ToneTrack.h"
 
 #include <algorithm>
-#include <fstream>
 
 namespace anadrome {
 
@@ -67,18 +66,15 @@ TEST_F(CompressTest, EveryOrientationIsShownAsBefore) {
 }
 
 TEST_F(CompressTest, FramesKeepTheirTimesToTheTickAndSoundItsPlace) {
-    const struct {
-        const char* name;
-        ClipOptions options;
-    } rows[] = {
+    const std::pair<std::string, ClipOptions> rows[] = {
         {"uneven.mov", {.frames = 24, .frameTicks = {20, 7, 41}}},
         {"ntsc.mp4", {.frames = 30, .frameRate = {30000, 1001}, .bFrames = 2}},
         {"high.mov", {.frames = 30, .frameRate = {60, 1}, .audioCodec = "aac"}},
         {"late.mov", {.frames = 9, .startSeconds = 2, .audioCodec = "pcm_s16le"}},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const std::string source = clip(row.name, row.options);
+    for (const auto& [name, options] : rows) {
+        SCOPED_TRACE(name);
+        const std::string source = clip(name, options);
         const auto outcome = compress(source, source);
         ASSERT_TRUE(outcome->success) << outcome->message.value_or("");
         const MovieFacts in = readMovie(source);
@@ -87,9 +83,7 @@ TEST_F(CompressTest, FramesKeepTheirTimesToTheTickAndSoundItsPlace) {
         const VideoFacts& after = out.video.at(0);
         ASSERT_EQ(after.numbers(), before.numbers());
         for (std::size_t i = 0; i < after.frames.size(); ++i)
-            EXPECT_EQ(
-                av_compare_ts(after.frames[i].pts, after.timeBase, before.frames[i].pts, before.timeBase), 0)
-                << i;
+            EXPECT_NEAR(after.frames[i].seconds, before.frames[i].seconds, 1e-9) << i;
         EXPECT_NEAR(after.durationSeconds, before.durationSeconds, 1e-9);
         for (std::size_t i = 0; i < in.sound.size(); ++i) {
             const SoundFacts& track = out.sound.at(i);
@@ -98,29 +92,6 @@ TEST_F(CompressTest, FramesKeepTheirTimesToTheTickAndSoundItsPlace) {
             EXPECT_NEAR(toneIn(track.sound, 0, after.startSeconds + 0.05, 0.2).value_or(0),
                         toneFrequency(0, 0, 2), 8);
         }
-    }
-}
-
-TEST_F(CompressTest, ExportsThatCannotBeMadeOrWrittenEndInAnError) {
-    const std::string good = clip("good.mp4", {.frames = 5});
-    std::ofstream(m_folder.file("text.mp4")) << "no movie";
-    const std::string kept = m_folder.file("kept.mov");
-    std::ofstream(kept) << "kept";
-    const struct {
-        std::string input;
-        std::string output;
-        std::string message;
-        bool isByCaller;
-    } rows[] = {
-        {m_folder.file("text.mp4"), {}, "Failed to create AVAssetExportSession", true},
-        {good, kept, "A file with this name exists already.", false},
-    };
-    for (const auto& row : rows) {
-        const auto log = compress(good, row.input, row.output);
-        EXPECT_FALSE(log->success);
-        EXPECT_EQ(log->message, row.message);
-        EXPECT_EQ(log->endedByCaller, row.isByCaller);
-        EXPECT_EQ(log->completions, 1);
     }
 }
 

@@ -46,36 +46,30 @@ protected:
         return m_folder.file("output-" + std::to_string(++m_outputs) + extension);
     }
 
-    std::shared_ptr<ExportLog> changeSpeed(const std::string& source, double speed, std::string output = {}) {
-        return run(output.empty() ? newPath() : std::move(output), [&](VideoEncoder& encoder, const URL& url,
-                                                                       auto progress, auto completion) {
+    std::shared_ptr<ExportLog> changeSpeed(const std::string& source, double speed,
+                                           const std::string& output = {}) {
+        return run(output, [&](VideoEncoder& encoder, const URL& url, auto progress, auto completion) {
             encoder.changeSpeed(URL::fileURLWithPath(source), url, typeOf(url), speed, progress, completion);
         });
     }
-
     std::shared_ptr<ExportLog> merge(const std::string& first, const std::string& second,
-                                     std::string output = {}) {
-        return run(output.empty() ? newPath() : std::move(output),
-                   [&](VideoEncoder& encoder, const URL& url, auto progress, auto completion) {
-                       encoder.merge(URL::fileURLWithPath(first), URL::fileURLWithPath(second), url,
-                                     typeOf(url), progress, completion);
-                   });
+                                     const std::string& output = {}) {
+        return run(output, [&](VideoEncoder& encoder, const URL& url, auto progress, auto completion) {
+            encoder.merge(URL::fileURLWithPath(first), URL::fileURLWithPath(second), url, typeOf(url),
+                          progress, completion);
+        });
     }
-
     std::shared_ptr<ExportLog> compress(const std::string& source, const std::string& input,
-                                        std::string output = {}) {
-        return run(output.empty() ? newPath() : std::move(output),
-                   [&](VideoEncoder& encoder, const URL& url, const auto&, auto completion) {
-                       encoder.compressVideo(URL::fileURLWithPath(source), URL::fileURLWithPath(input), url,
-                                             typeOf(url), [url, completion](const Result<URL>& result) {
-                                                 if (result) {
-                                                     EXPECT_EQ((*result).path(), url.path());
-                                                     completion(true, std::nullopt);
-                                                 } else {
-                                                     completion(false, result.error().localizedDescription());
-                                                 }
-                                             });
-                   });
+                                        const std::string& output = {}) {
+        return run(output, [&](VideoEncoder& encoder, const URL& url, const auto&, auto completion) {
+            encoder.compressVideo(
+                URL::fileURLWithPath(source), URL::fileURLWithPath(input), url, typeOf(url),
+                [url, completion](const Result<URL>& result) {
+                    EXPECT_TRUE(!result || *result == url);
+                    completion(static_cast<bool>(result),
+                               result ? std::nullopt : std::optional(result.error().localizedDescription()));
+                });
+        });
     }
 
 private:
@@ -83,9 +77,9 @@ private:
         return url.path().ends_with(".mp4") ? AVFileTypeMPEG4 : AVFileTypeQuickTimeMovie;
     }
 
-    static std::shared_ptr<ExportLog> run(std::string output, const Start& start) {
+    std::shared_ptr<ExportLog> run(const std::string& output, const Start& start) {
         const auto log = std::make_shared<ExportLog>();
-        log->path = std::move(output);
+        log->path = output.empty() ? newPath() : output;
         VideoEncoder encoder([](float) {});
         start(
             encoder, URL::fileURLWithPath(log->path),

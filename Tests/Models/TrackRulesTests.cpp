@@ -1,10 +1,8 @@
 #include "Models/FixedPreferredTransform.h"
 #include "Models/SourceColor.h"
-#include "Models/VideoEncoder.h"
 #include "Platform/AVFoundation/AVVideoSettings.h"
 #include "Platform/CoreVideo/CVImageBufferKeys.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
 
 namespace anadrome {
@@ -16,19 +14,6 @@ AVAssetTrack trackWith(std::optional<Dictionary> extensions) {
     description.extensions = std::move(extensions);
     return AVAssetTrack({.formatDescriptions = {std::make_shared<const CMFormatDescription>(description)}});
 }
-
-/// An asset made of given tracks.
-class FixedAsset : public AVAsset {
-public:
-    explicit FixedAsset(float dataRate)
-        : m_tracks{std::make_shared<AVAssetTrack>(AVAssetTrack::Facts{.estimatedDataRate = dataRate})} {}
-    const std::vector<AVAssetTrackRef>& tracks() const override { return m_tracks; }
-    CMTime duration() const override { return CMTimeMake(2, 1); }
-    std::optional<NSError> loadError() const override { return std::nullopt; }
-
-private:
-    std::vector<AVAssetTrackRef> m_tracks;
-};
 
 } // namespace
 
@@ -56,7 +41,6 @@ TEST(SourceColor, TheTransferFunctionAloneDecidesOnHDR) {
     } rows[] = {
         {"ITU_R_2100_HLG", "ITU_R_2020", "ITU_R_2020", "ITU_R_2100_HLG", "ITU_R_2020", "ITU_R_2020", true},
         {"SMPTE_ST_2084_PQ", "P3_D65", "ITU_R_709_2", "SMPTE_ST_2084_PQ", "P3_D65", "ITU_R_709_2", true},
-        {"ITU_R_709_2", "ITU_R_2020", "ITU_R_2020", "ITU_R_709_2", "ITU_R_2020", "ITU_R_2020", false},
         {"Linear", "ITU_R_709_2", "ITU_R_601_4", "Linear", "ITU_R_709_2", "ITU_R_709_2", false},
         {"IEC_sRGB", "SMPTE_C", "SMPTE_240M_1995", "ITU_R_709_2", "ITU_R_709_2", "ITU_R_709_2", false},
     };
@@ -75,14 +59,6 @@ TEST(SourceColor, TheTransferFunctionAloneDecidesOnHDR) {
         << "extensions without colour count as any other";
     EXPECT_FALSE(sourceColor(trackWith(std::nullopt)).colorProperties);
     EXPECT_FALSE(sourceColor(AVAssetTrack({})).colorProperties);
-}
-
-TEST(OriginalBitrate, ComesFromTheTrackAndOnlyAFileHasAnotherSource) {
-    EXPECT_EQ(VideoEncoder::originalBitrate(FixedAsset(1234567.5F)), 1234567);
-    EXPECT_EQ(VideoEncoder::originalBitrate(FixedAsset(0)), std::nullopt);
-    EXPECT_EQ(VideoEncoder::originalBitrate(AVURLAsset(URL::fileURLWithPath("/nowhere.mp4"))), std::nullopt);
-    ::testing::FLAGS_gtest_death_test_style = "threadsafe";
-    EXPECT_DEATH(VideoEncoder::originalBitrate(FixedAsset(INFINITY)), "64-bit integer");
 }
 
 } // namespace anadrome

@@ -14,12 +14,6 @@ struct PixelRect {
     int bottom = 0;
 };
 
-struct Disc {
-    double x = 0;
-    double y = 0;
-    double radius = 0;
-};
-
 /// Draws shapes straight into the planes of a planar YUV picture, whatever its depth and chroma subsampling.
 class Canvas {
 public:
@@ -44,18 +38,17 @@ public:
     }
 
     void fill(const PixelRect& rect, const CodeValues& colour);
-    void fillDisc(const Disc& disc, const CodeValues& colour);
 
-    /// Copies the part of a picture of the same format, at least this big, that starts at (x, y).
-    void copyFrom(const Canvas& source, int x, int y);
-    void copyDiscFrom(const Canvas& source, int x, int y, const Disc& disc);
+    /// Fills the rectangle from a picture of the same format whose (x, y) lies on this one's (0, 0).
+    void copyFrom(const Canvas& source, int x, int y, const PixelRect& rect);
 
 private:
     int shiftX(int plane) const { return plane == 1 || plane == 2 ? description_.log2_chroma_w : 0; }
     int shiftY(int plane) const { return plane == 1 || plane == 2 ? description_.log2_chroma_h : 0; }
     void fillRow(int plane, int y, int begin, int end, std::uint16_t value);
+    /// Calls row(plane, y, begin, end) for each piece of a plane's row that the rectangle covers.
     template <class Row>
-    void forEachRowOf(const Disc& disc, Row row) const;
+    void forEachRowOf(const PixelRect& rect, Row row) const;
 
     AVFrame& frame_;
     const AVPixFmtDescriptor& description_;

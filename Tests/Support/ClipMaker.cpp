@@ -1,11 +1,8 @@
 #include "Tests/Support/ClipMaker.h"
-#include "Tests/Support/ClipTiming.h"
 #include "Tests/Support/MovieBoxes.h"
 #include "Tests/Support/PictureLayout.h"
 #include "Tests/Support/TrackMakers.h"
 
-#include <cmath>
-#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -33,27 +30,6 @@ TrackMakers makeTracks(AVFormatContext& file, const ClipOptions& options) {
     return tracks;
 }
 
-/// A track that is neither picture nor sound, of the one kind of plain data that the muxer writes.
-AVStream& addDataTrack(AVFormatContext& file) {
-    AVStream& stream = *checked(avformat_new_stream(&file, nullptr), "no memory for a track");
-    stream.codecpar->codec_type = AVMEDIA_TYPE_DATA;
-    stream.codecpar->codec_id = AV_CODEC_ID_BIN_DATA;
-    stream.codecpar->codec_tag = MKTAG('g', 'p', 'm', 'd');
-    stream.time_base = {1, 1000};
-    return stream;
-}
-
-void writeData(AVFormatContext& file, const AVStream& track, double startSeconds) {
-    constexpr char kText[] = "timed data piece";
-    const PacketPtr packet = makePacket();
-    checked(av_new_packet(packet.get(), sizeof kText), "no memory for a packet");
-    std::memcpy(packet->data, kText, sizeof kText);
-    packet->pts = packet->dts = std::llround(startSeconds / av_q2d(track.time_base));
-    packet->flags = AV_PKT_FLAG_KEY;
-    packet->stream_index = track.index;
-    checked(av_interleaved_write_frame(&file, packet.get()), "cannot write to the file");
-}
-
 void writeHeader(AVFormatContext& file, const ClipOptions& options) {
     for (const auto& [key, value] : options.metadata)
         av_dict_set(&file.metadata, key.c_str(), value.c_str(), 0);
@@ -65,7 +41,7 @@ void writeHeader(AVFormatContext& file, const ClipOptions& options) {
     OptionList extras;
     extras.set("movflags", flags);
     if (!options.frameTicks.empty())
-        extras.set("video_track_timescale", std::to_string(options.timeScale));
+        extras.set("video_track_timescale", std::to_string(timeBaseOf(options).den));
     checked(avformat_write_header(&file, extras.address()), "this container does not take these tracks");
 }
 
@@ -85,10 +61,7 @@ void makeClip(const std::string& path, const ClipOptions& options) {
         throw std::runtime_error("a clip has from 1 to 65536 frames");
     OutputFilePtr file = createFile(path);
     const TrackMakers tracks = makeTracks(*file, options);
-    const AVStream* data = options.dataTrack ? &addDataTrack(*file) : nullptr;
     writeHeader(*file, options);
-    if (data)
-        writeData(*file, *data, options.startSeconds);
     while (TrackMaker* track = earliest(tracks)) {
         track->makeNext();
         if (!track->nextSeconds())

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Tests/Support/ColourTags.h"
+#include "Tests/Support/Libav.h"
 #include "Tests/Support/Orientation.h"
 
 #include <cstdint>
@@ -10,6 +10,8 @@
 #include <vector>
 
 namespace anadrome::testing_support {
+
+enum class ColourPreset { Bt709, Bt601, Hlg, Pq, Untagged };
 
 enum class Detail {
     Flat, ///< a plain background: small files that are quick to make
@@ -24,8 +26,7 @@ struct ClipOptions {
     int height = 96;
     int frames = 30; ///< at most 65536, the number of different frame numbers
     AVRational frameRate = {30, 1};
-    int timeScale = 600;              ///< ticks a second, for frameTicks
-    std::vector<int> frameTicks = {}; ///< durations in 1/timeScale seconds, repeated; overrides frameRate
+    std::vector<int> frameTicks = {}; ///< durations in 1/600 seconds, repeated; overrides frameRate
     double startSeconds = 0; ///< the time of the first frame and, unless told otherwise, of the first sound
     Orientation orientation = Orientation::Upright; ///< kept by mov and mp4
     AVRational pixelAspect = {1, 1};
@@ -51,11 +52,27 @@ struct ClipOptions {
     std::optional<double> audioStartSeconds = {}; ///< with the pictures unless told otherwise
     bool secondAudioTrack = false;
     bool unknownFirstSound = false; ///< mov and mp4: the first sound track claims a codec nobody knows
-    bool dataTrack = false;         ///< mov and mp4: a track that is neither picture nor sound
 
     bool fragmented = false;
     bool keyedMetadata = false; ///< mov and mp4: any key may be written, in the keyed form
     std::map<std::string, std::string> metadata = {};
 };
+
+/// The unit in which a clip's frames are timed: a whole frame where all last the same.
+AVRational timeBaseOf(const ClipOptions& options);
+
+/// How long a frame is shown, in that unit.
+std::int64_t durationOf(const ClipOptions& options, int frame);
+
+/// How long the pictures of the clip last altogether.
+double videoSeconds(const ClipOptions& options);
+
+struct ColourTags {
+    AVColorPrimaries primaries = AVCOL_PRI_UNSPECIFIED;
+    AVColorTransferCharacteristic transfer = AVCOL_TRC_UNSPECIFIED;
+    AVColorSpace matrix = AVCOL_SPC_UNSPECIFIED;
+};
+
+ColourTags tagsOf(ColourPreset preset);
 
 } // namespace anadrome::testing_support

@@ -17,4 +17,8 @@ bool runEventLoopUntil(Condition holds, std::chrono::milliseconds patience = std
     return holds();
 }
 
+inline void runEventLoopFor(std::chrono::milliseconds time) {
+    runEventLoopUntil([] { return false; }, time);
+}
+
 } // namespace anadrome::testing_support

@@ -2,6 +2,37 @@
 
 namespace anadrome::testing_support {
 
+namespace {
+
+CodecPtr openDecoder(const AVStream& stream) {
+    const AVCodec* codec = avcodec_find_decoder(stream.codecpar->codec_id);
+    if (!codec)
+        return nullptr;
+    CodecPtr decoder(checked(avcodec_alloc_context3(codec), "no memory for a decoder"));
+    checked(avcodec_parameters_to_context(decoder.get(), stream.codecpar), "cannot set a decoder up");
+    decoder->pkt_timebase = stream.time_base; // without it the padding of sound is not cut away
+    decoder->thread_count = 0;
+    checked(avcodec_open2(decoder.get(), codec, nullptr), "cannot open a decoder");
+    return decoder;
+}
+
+/// Hands on the frames that a packet completes, null asking for those still held back; counts the errors.
+int decode(AVCodecContext& decoder, const AVPacket* packet, const std::function<void(const AVFrame&)>& take) {
+    int errors = avcodec_send_packet(&decoder, packet) < 0 && packet ? 1 : 0;
+    const FramePtr frame = makeFrame();
+    for (;;) {
+        const int result = avcodec_receive_frame(&decoder, frame.get());
+        if (result == AVERROR(EAGAIN) || result == AVERROR_EOF)
+            return errors;
+        if (result < 0 || frame->decode_error_flags)
+            ++errors;
+        if (result >= 0)
+            take(*frame);
+    }
+}
+
+} // namespace
+
 InputFilePtr openMovie(const std::string& path) {
     av_log_set_level(AV_LOG_ERROR);
     AVFormatContext* opened = nullptr;
@@ -11,52 +42,31 @@ InputFilePtr openMovie(const std::string& path) {
     return file;
 }
 
-bool TrackDecoder::canDecode(const AVStream& stream) {
-    return avcodec_find_decoder(stream.codecpar->codec_id) != nullptr;
+double secondsOf(std::int64_t ticks, AVRational timeBase) {
+    return ticks == AV_NOPTS_VALUE ? 0 : static_cast<double>(ticks) * av_q2d(timeBase);
 }
 
-TrackDecoder::TrackDecoder(const AVStream& stream) {
-    const AVCodec* codec = checked(avcodec_find_decoder(stream.codecpar->codec_id), "no decoder for a track");
-    decoder_.reset(checked(avcodec_alloc_context3(codec), "no memory for a decoder"));
-    checked(avcodec_parameters_to_context(decoder_.get(), stream.codecpar), "cannot set a decoder up");
-    decoder_->pkt_timebase = stream.time_base; // without it the padding of sound is not cut away
-    decoder_->thread_count = 0;
-    checked(avcodec_open2(decoder_.get(), codec, nullptr), "cannot open a decoder");
-}
-
-void TrackDecoder::decode(const AVPacket* packet, const FrameTaker& take) {
-    if (avcodec_send_packet(decoder_.get(), packet) < 0 && packet)
-        ++errors_;
-    for (;;) {
-        const int result = avcodec_receive_frame(decoder_.get(), frame_.get());
-        if (result == AVERROR(EAGAIN) || result == AVERROR_EOF)
-            return;
-        if (result < 0) {
-            ++errors_;
-            continue;
-        }
-        if (frame_->decode_error_flags)
-            ++errors_;
-        take(*frame_);
-    }
+int forEachFrame(const std::string& path, int track,
+                 const std::function<void(const AVFrame&, double)>& take) {
+    const InputFilePtr file = openMovie(path);
+    const AVStream& stream = *file->streams[track];
+    const CodecPtr decoder = openDecoder(stream);
+    if (!decoder)
+        return 0;
+    const auto takeTimed = [&](const AVFrame& frame) {
+        take(frame, secondsOf(frame.best_effort_timestamp, stream.time_base));
+    };
+    int errors = 0;
+    for (const PacketPtr packet = makePacket(); av_read_frame(file.get(), packet.get()) >= 0;
+         av_packet_unref(packet.get()))
+        if (packet->stream_index == track)
+            errors += decode(*decoder, packet.get(), takeTimed);
+    return errors + decode(*decoder, nullptr, takeTimed);
 }
 
 void forEachVideoFrame(const std::string& path, const std::function<void(const AVFrame&, double)>& take) {
-    const InputFilePtr file = openMovie(path);
-    const int index = checked(av_find_best_stream(file.get(), AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0),
-                              path + " has no pictures");
-    const AVStream& stream = *file->streams[index];
-    const auto takeTimed = [&](const AVFrame& frame) {
-        take(frame, static_cast<double>(frame.best_effort_timestamp) * av_q2d(stream.time_base));
-    };
-    TrackDecoder decoder(stream);
-    const PacketPtr packet = makePacket();
-    while (av_read_frame(file.get(), packet.get()) >= 0) {
-        if (packet->stream_index == index)
-            decoder.decode(packet.get(), takeTimed);
-        av_packet_unref(packet.get());
-    }
-    decoder.decode(nullptr, takeTimed);
+    const int track = av_find_best_stream(openMovie(path).get(), AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0);
+    forEachFrame(path, checked(track, path + " has no pictures"), take);
 }
 
 } // namespace anadrome::testing_support

@@ -10,29 +10,13 @@ namespace anadrome::testing_support {
 /// Opens a movie and looks into its tracks. Throws std::runtime_error when it cannot.
 InputFilePtr openMovie(const std::string& path);
 
-/// Decodes the packets of one track.
-class TrackDecoder {
-public:
-    using FrameTaker = std::function<void(const AVFrame&)>;
+double secondsOf(std::int64_t ticks, AVRational timeBase);
 
-    static bool canDecode(const AVStream& stream);
+/// Calls take(frame, its time in seconds) for every frame of a track, in the order of presentation. Tells how
+/// many times the decoder found the data broken; a track that nothing decodes has no frames.
+int forEachFrame(const std::string& path, int track, const std::function<void(const AVFrame&, double)>& take);
 
-    explicit TrackDecoder(const AVStream& stream);
-
-    /// Hands on the frames that a packet completes; null asks for those still held back.
-    void decode(const AVPacket* packet, const FrameTaker& take);
-
-    /// How many times the decoder found the data broken.
-    int errors() const { return errors_; }
-
-private:
-    CodecPtr decoder_;
-    FramePtr frame_ = makeFrame();
-    int errors_ = 0;
-};
-
-/// Calls take(frame, presentation time in seconds) for every frame of the
-/// first video track, in presentation order.
+/// The same for the first video track.
 void forEachVideoFrame(const std::string& path, const std::function<void(const AVFrame&, double)>& take);
 
 } // namespace anadrome::testing_support

@@ -32,7 +32,6 @@ struct VideoFacts {
     std::string range = {};
     AVRational pixelAspect = {0, 1};
     std::optional<DisplayMatrix> displayMatrix = {};
-    bool isInterlaced = false;
     AVRational timeBase = {0, 1};
     double startSeconds = 0;
     double durationSeconds = 0;
@@ -51,8 +50,6 @@ struct SoundFacts {
     double startSeconds = 0;
     double durationSeconds = 0;
     int decodeErrors = 0;
-    double worstSlip =
-        0;            ///< seconds by which a decoded piece's time strays from the count of samples before it
     Sound sound = {}; ///< what is heard: padding that the file says to drop is left out
 };
 
@@ -60,8 +57,14 @@ struct MovieFacts {
     std::map<std::string, std::string> metadata = {};
     std::vector<VideoFacts> video = {};
     std::vector<SoundFacts> sound = {};
-    int otherTracks = 0;
 };
+
+/// The number that a track shows at a time, by the exact times of its frames: that of the last frame that
+/// doesn't come later.
+std::optional<int> numberShownAt(const VideoFacts& video, std::int64_t time, AVRational unit);
+
+/// The length of the track in its own time base.
+std::int64_t durationTicks(const VideoFacts& video);
 
 /// Reads a whole movie: facts from its headers, and facts from every decoded frame. Pictures are dropped once
 /// they have been looked at. Throws std::runtime_error when the file is not a movie.

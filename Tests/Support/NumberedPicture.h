@@ -7,7 +7,7 @@
 
 namespace anadrome::testing_support {
 
-/// Draws the pictures of a clip: the frame number as cells and as digits, a disc going round, and four
+/// Draws the pictures of a clip: the frame number as cells, a square going round, and four
 /// coloured corners (red, green, blue, yellow in reading order) that tell which way up the picture is.
 class NumberedPicture {
 public:
@@ -20,7 +20,6 @@ private:
     CodeValues colour(double red, double green, double blue) const;
     void drawRamp(Canvas& canvas) const;
     void drawCode(Canvas& canvas, int number) const;
-    void drawDigits(Canvas& canvas, int number) const;
     void drawCorners(Canvas& canvas) const;
     void drawMotion(Canvas& canvas, int number) const;
 

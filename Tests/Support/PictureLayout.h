@@ -31,7 +31,6 @@ inline constexpr std::array<RelativeRect, 4> kCorners = {{
     {1 - kCornerSide, 1 - kCornerSide, 1, 1},
 }};
 
-inline constexpr RelativeRect kDigitsBand = {0.2, 0.05, 0.8, 0.25};
 inline constexpr RelativeRect kMotionBand = {0.15, 0.75, 0.85, 0.98};
 inline constexpr RelativeRect kCodeBand = {0.06, 0.3, 0.94, 0.7};
 

@@ -65,14 +65,6 @@ std::vector<float> naturalField(int width, int height, int finest, std::uint32_t
     return field;
 }
 
-void setSample(const Canvas& canvas, int plane, int x, int y, float value) {
-    const auto code = static_cast<std::uint16_t>(std::lround(value));
-    if (canvas.sampleBytes() == 1)
-        *canvas.sample(plane, x, y) = static_cast<std::uint8_t>(code);
-    else
-        *reinterpret_cast<std::uint16_t*>(canvas.sample(plane, x, y)) = code;
-}
-
 void paintPlane(const Canvas& canvas, int plane, float low, float high) {
     const int width = canvas.planeWidth(plane);
     const int height = canvas.planeHeight(plane);
@@ -81,13 +73,7 @@ void paintPlane(const Canvas& canvas, int plane, float low, float high) {
     const float* row = field.data();
     for (int y = 0; y < height; ++y, row += width)
         for (int x = 0; x < width; ++x)
-            setSample(canvas, plane, x, y, low + (high - low) * row[x]);
-}
-
-template <class Sample>
-void addTo(Sample* row, const std::int16_t* grain, int count, int top) {
-    for (int x = 0; x < count; ++x)
-        row[x] = static_cast<Sample>(std::clamp(row[x] + grain[x], 0, top));
+            *canvas.sample(plane, x, y) = static_cast<std::uint8_t>(std::lround(low + (high - low) * row[x]));
 }
 
 double turn(int number, double framesARound) {
@@ -102,18 +88,19 @@ RichTexture::RichTexture(int width, int height, AVPixelFormat format, const Code
       texture_(makePicture(width + 2 * reach_, height + 2 * reach_, format)),
       grain_(kGrainLength + static_cast<std::size_t>(width)) {
     const Canvas canvas(*texture_);
-    top_ = (1 << canvas.depth()) - 1;
+    if (canvas.depth() != 8)
+        throw std::runtime_error("rich pictures have 8 bits");
     paintPlane(canvas, 0, black[0], white[0]);
     for (int plane = 1; plane < canvas.planeCount(); ++plane) {
         const float middle = black[1];
         const float swing = middle * 0.4f;
         paintPlane(canvas, plane, middle - swing, middle + swing);
     }
-    const float strength = 6.0f * static_cast<float>(1 << (canvas.depth() - 8));
+    constexpr float kStrength = 6;
     for (std::size_t index = 0; index < grain_.size(); ++index) {
         const auto seed = static_cast<std::uint32_t>(4 * index + 1000003);
         const float bell = unitNoise(seed) + unitNoise(seed + 1) + unitNoise(seed + 2) - 1.5f;
-        grain_[index] = static_cast<std::int16_t>(std::lround(strength * bell));
+        grain_[index] = static_cast<std::int16_t>(std::lround(kStrength * bell));
     }
 }
 
@@ -122,13 +109,17 @@ void RichTexture::draw(Canvas& canvas, int number) const {
     const auto pan = [&](double angle) {
         return std::clamp(static_cast<int>(std::lround(reach_ * (1 + std::sin(angle)))), 0, 2 * reach_);
     };
-    canvas.copyFrom(texture, pan(turn(number, 190)), pan(turn(number, 260) + 1));
+    canvas.copyFrom(texture, pan(turn(number, 190)), pan(turn(number, 260) + 1),
+                    {0, 0, canvas.width(), canvas.height()});
     for (int piece = 0; piece < 5; ++piece) {
         const double phase = piece * 1.3;
-        const Disc disc{canvas.width() * (0.5 + 0.42 * std::sin(turn(number, 140 + 30 * piece) + phase)),
-                        canvas.height() * (0.5 + 0.42 * std::cos(turn(number, 170 + 20 * piece) + 2 * phase)),
-                        canvas.height() * (0.08 + 0.02 * piece)};
-        canvas.copyDiscFrom(texture, pan(turn(number, -110 - 17 * piece)), pan(phase), disc);
+        const int x = static_cast<int>(canvas.width() *
+                                       (0.5 + 0.42 * std::sin(turn(number, 140 + 30 * piece) + phase)));
+        const int y = static_cast<int>(canvas.height() *
+                                       (0.5 + 0.42 * std::cos(turn(number, 170 + 20 * piece) + 2 * phase)));
+        const int half = static_cast<int>(canvas.height() * (0.08 + 0.02 * piece));
+        canvas.copyFrom(texture, pan(turn(number, -110 - 17 * piece)), pan(phase),
+                        {x - half, y - half, x + half, y + half});
     }
     addGrain(canvas, number);
 }
@@ -137,10 +128,9 @@ void RichTexture::addGrain(Canvas& canvas, int number) const {
     for (int y = 0; y < canvas.height(); ++y) {
         const auto seed = static_cast<std::uint32_t>(number * 8191 + y);
         const std::int16_t* grain = grain_.data() + scrambled(seed) % kGrainLength;
-        if (canvas.sampleBytes() == 1)
-            addTo(canvas.row(0, y), grain, canvas.width(), top_);
-        else
-            addTo(reinterpret_cast<std::uint16_t*>(canvas.row(0, y)), grain, canvas.width(), top_);
+        std::uint8_t* row = canvas.row(0, y);
+        for (int x = 0; x < canvas.width(); ++x)
+            row[x] = static_cast<std::uint8_t>(std::clamp(row[x] + grain[x], 0, 255));
     }
 }
 

@@ -11,8 +11,8 @@ namespace anadrome::testing_support {
 /// A new folder for a test's files; it goes away with its owner.
 class ScratchFolder {
 public:
-    ScratchFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "anadrome-test-XXXXXX").string();
+    explicit ScratchFolder(const std::filesystem::path& parent = std::filesystem::temp_directory_path()) {
+        std::string name = parent / "anadrome-test-XXXXXX";
         if (!mkdtemp(name.data()))
             throw std::runtime_error("cannot make a folder for a test");
         path_ = name;

@@ -1,4 +1,3 @@
-#include "Tests/Support/ClipTiming.h"
 #include "Tests/Support/TrackMakers.h"
 
 extern "C" {
@@ -10,13 +9,6 @@ extern "C" {
 namespace anadrome::testing_support {
 
 namespace {
-
-AVPixelFormat pixelFormatNamed(const std::string& name) {
-    const AVPixelFormat format = av_get_pix_fmt(name.c_str());
-    if (format == AV_PIX_FMT_NONE)
-        throw std::runtime_error("there is no pixel format called " + name);
-    return format;
-}
 
 bool usesFullRange(const ClipOptions& options) {
     return options.fullRange || options.pixelFormat.starts_with("yuvj");
@@ -57,10 +49,6 @@ void setGroups(AVCodecContext& encoder, const AVCodec& codec, const ClipOptions&
         extras.set("sc_threshold", "1000000000");
 }
 
-bool isMovOrMp4(const AVOutputFormat& container) {
-    return !std::strcmp(container.name, "mov") || !std::strcmp(container.name, "mp4");
-}
-
 void setColour(AVCodecContext& encoder, const ClipOptions& options) {
     const ColourTags tags = tagsOf(options.colour);
     encoder.color_primaries = tags.primaries;
@@ -76,9 +64,9 @@ CodecPtr openEncoder(const AVFormatContext& file, const ClipOptions& options) {
     CodecPtr encoder(checked(avcodec_alloc_context3(&codec), "no memory for an encoder"));
     encoder->width = options.width;
     encoder->height = options.height;
-    encoder->pix_fmt = pixelFormatNamed(options.pixelFormat);
+    encoder->pix_fmt = av_get_pix_fmt(options.pixelFormat.c_str());
     encoder->time_base = timeBaseOf(options);
-    encoder->framerate = averageRate(options);
+    encoder->framerate = av_d2q(options.frames / videoSeconds(options), 1 << 24);
     encoder->sample_aspect_ratio = options.pixelAspect;
     encoder->thread_count = 0;
     encoder->strict_std_compliance = FF_COMPLIANCE_UNOFFICIAL;
@@ -108,9 +96,6 @@ VideoMaker::VideoMaker(AVFormatContext& file, const ClipOptions& options)
       picture_(options, track_.encoder().pix_fmt, usesFullRange(options)) {
     const AVCodecContext& encoder = track_.encoder();
     AVStream& stream = track_.stream();
-    // The tag that cameras write; left to itself the muxer takes another.
-    if (encoder.codec_id == AV_CODEC_ID_HEVC && isMovOrMp4(*file.oformat))
-        stream.codecpar->codec_tag = MKTAG('h', 'v', 'c', '1');
     stream.avg_frame_rate = encoder.framerate;
     stream.sample_aspect_ratio = options.pixelAspect;
     if (options.orientation != Orientation::Upright) {

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <string>
-#include <sys/types.h>
 #include <vector>
 
 namespace anadrome::testing_support {

@@ -2,11 +2,9 @@
 
 #include "Tests/Support/ClipTest.h"
 #include "Tests/Support/MovieReader.h"
+#include "Tests/Support/Shell.h"
 #include "Tests/Terminal/CommandRunner.h"
 
-#include <array>
-#include <cstdio>
-#include <memory>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
@@ -22,7 +20,9 @@ protected:
     }
 
     std::filesystem::path out() const { return m_folder.path() / "out"; }
-    testing_support::CommandResult run(const std::vector<std::string>& arguments) const {
+    testing_support::CommandResult run(std::vector<std::string> arguments,
+                                       const std::vector<std::string>& more = {}) const {
+        arguments.insert(arguments.end(), more.begin(), more.end());
         return testing_support::runCli(arguments, m_surroundings);
     }
 
@@ -46,14 +46,8 @@ protected:
 
     /// What a shell command prints to either stream.
     static std::string outputOf(const std::string& command) {
-        const std::unique_ptr<FILE, int (*)(FILE*)> pipe(::popen((command + " 2>&1").c_str(), "r"), ::pclose);
-        std::string output;
-        std::array<char, 4096> buffer;
-        while (const std::size_t got = std::fread(buffer.data(), 1, buffer.size(), pipe.get()))
-            output.append(buffer.data(), got);
-        return output;
+        return testing_support::outputOf(command + " 2>&1");
     }
-
     static std::vector<nlohmann::json> jsonLines(const std::string& text) {
         std::vector<nlohmann::json> lines;
         std::istringstream stream(text);

@@ -65,9 +65,7 @@ TEST_F(MakeCommandTest, OptionsReachTheMovieAsTheControlsWould) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.movie);
         const std::string movie = out() / row.movie;
-        std::vector<std::string> arguments{"make", source, "-o", movie};
-        arguments.insert(arguments.end(), row.options.begin(), row.options.end());
-        const CommandResult result = run(arguments);
+        const CommandResult result = run({"make", source, "-o", movie}, row.options);
         EXPECT_EQ(result.exitCode, 0) << result.err;
         EXPECT_EQ(result.err, "");
         EXPECT_EQ(numbers(movie), row.numbers);
@@ -101,21 +99,15 @@ TEST_F(MakeCommandTest, JsonLinesTellTheProgressOfTheWholeJob) {
     const std::string movie = out() / "movie.mov";
     const CommandResult result = run({"make", source, "-o", movie, "--json", "--keep-metadata"});
     const auto lines = jsonLines(result.out);
-    ASSERT_GE(lines.size(), 2U);
-    double last = 0;
-    for (const auto& line : lines)
-        if (line.at("event") == "progress") {
-            EXPECT_GE(line.at("fraction").get<double>(), last);
-            last = line.at("fraction");
-        }
-    EXPECT_GT(last, 0);
+    ASSERT_GE(lines.size(), 3U);
+    EXPECT_EQ(lines.front().at("event"), "progress");
     EXPECT_EQ(std::ranges::count(lines, nlohmann::json{{"event", "finishing"}}), 1)
         << "for the place and date, whose part can't be counted";
     EXPECT_EQ(lines.back(),
               (nlohmann::json{{"event", "result"}, {"success", true}, {"output", movie}, {"frames", 60}}));
 }
 
-TEST_F(MakeCommandTest, ADialogIsAnErrorAndAMovieIsReplacedOnlyIfForced) {
+TEST_F(MakeCommandTest, ADialogIsAnErrorOfOneLine) {
     std::ofstream(m_folder.file("text.mp4")) << "this is no movie\n";
     const std::string movie = out() / "movie.mov";
     const CommandResult failure = run({"make", m_folder.file("text.mp4"), "-o", movie});
@@ -128,13 +120,6 @@ TEST_F(MakeCommandTest, ADialogIsAnErrorAndAMovieIsReplacedOnlyIfForced) {
     EXPECT_EQ(second.exitCode, 1);
     EXPECT_EQ(std::ranges::count(second.err, '\n'), 1) << second.err;
     expectNoLeftovers();
-
-    std::ofstream(movie) << "precious";
-    EXPECT_EQ(run({"make", tiny, "-o", movie}).exitCode, 1);
-    EXPECT_EQ(fs::file_size(movie), 8U);
-    EXPECT_EQ(run({"make", tiny, "-o", movie, "--force"}).exitCode, 0);
-    EXPECT_EQ(numbers(movie), series(9, 1, 1));
-    expectNoLeftovers(1);
 }
 
 TEST_F(MakeCommandTest, AMovieOnAnotherFileSystemIsWhole) {

@@ -1,10 +1,8 @@
 #include "CommandRunner.h"
 #include "Tests/Support/MovieReader.h"
 #include "Tests/Support/RealClips.h"
-#include "Tests/Support/ReversedPsnr.h"
 #include "Tests/Support/ScratchFolder.h"
 
-#include <algorithm>
 #include <array>
 #include <gtest/gtest.h>
 

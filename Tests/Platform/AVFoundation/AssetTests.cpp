@@ -1,4 +1,3 @@
-#include "Platform/CoreVideo/CVImageBufferKeys.h"
 #include "Tests/Platform/AVFoundation/MediaTest.h"
 
 #include <fstream>
@@ -7,17 +6,7 @@ namespace anadrome {
 
 using namespace testing_support;
 
-namespace {
-
 using AssetTest = MediaTest;
-
-std::string extension(const AVAssetTrackRef& track, const char* key) {
-    const auto& extensions = CMFormatDescriptionGetExtensions(track->formatDescriptions().front());
-    const std::string* value = extensions ? findString(*extensions, key) : nullptr;
-    return value ? *value : "";
-}
-
-} // namespace
 
 TEST_F(AssetTest, ReadsRatesAndDurationsOfEveryContainer) {
     const struct {
@@ -34,7 +23,7 @@ TEST_F(AssetTest, ReadsRatesAndDurationsOfEveryContainer) {
         {"one.mp4", {.frames = 1}, 0, 1 / 30.0, 30},
         {"matroska.mkv", {.frames = 50, .frameRate = {25, 1}}, 0, 2, 25},
         {"broadcast.ts", {.frames = 50, .frameRate = {25, 1}}, 0, 2, 25},
-        {"uneven.mp4", {.frames = 40, .timeScale = 600, .frameTicks = {10, 50}}, 0, 2, 20},
+        {"uneven.mp4", {.frames = 40, .frameTicks = {10, 50}}, 0, 2, 20},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -51,46 +40,6 @@ TEST_F(AssetTest, ReadsRatesAndDurationsOfEveryContainer) {
     }
 }
 
-TEST_F(AssetTest, NaturalSizeIsInSquarePixelsBeforeTheTransform) {
-    EXPECT_EQ(makeVideoTrack("turned.mp4", {.width = 160, .height = 96, .orientation = Orientation::Rotate90})
-                  ->naturalSize(),
-              (CGSize{160, 96}));
-    EXPECT_EQ(makeVideoTrack("wide.mp4", {.width = 96, .height = 96, .pixelAspect = {16, 11}})->naturalSize(),
-              (CGSize{140, 96}));
-}
-
-TEST_F(AssetTest, ReadsAllNineTermsOfTheDisplayMatrix) {
-    const CGAffineTransform quarter =
-        makeVideoTrack("a.mp4", {.width = 160, .height = 96, .orientation = Orientation::Rotate90})
-            ->preferredTransform();
-    EXPECT_EQ(quarter, (CGAffineTransform{0, 1, -1, 0, 96, 0}));
-    const CGAffineTransform mirrored =
-        makeVideoTrack("b.mov", {.width = 160, .height = 96, .orientation = Orientation::MirrorLeftRight})
-            ->preferredTransform();
-    EXPECT_EQ(mirrored, (CGAffineTransform{-1, 0, 0, 1, 160, 0}));
-}
-
-TEST_F(AssetTest, ColourExtensionsAreThereOnlyForTaggedClips) {
-    const AVAssetTrackRef hlg = makeVideoTrack(
-        "hlg.mp4", {.videoCodec = "libx265", .pixelFormat = "yuv420p10le", .colour = ColourPreset::Hlg});
-    EXPECT_EQ(extension(hlg, kCVImageBufferTransferFunctionKey),
-              kCVImageBufferTransferFunction_ITU_R_2100_HLG);
-    EXPECT_EQ(extension(hlg, kCVImageBufferColorPrimariesKey), kCVImageBufferColorPrimaries_ITU_R_2020);
-    EXPECT_EQ(extension(hlg, kCVImageBufferYCbCrMatrixKey), kCVImageBufferYCbCrMatrix_ITU_R_2020);
-    const AVAssetTrackRef untagged = makeVideoTrack("untagged.mp4", {.colour = ColourPreset::Untagged});
-    EXPECT_FALSE(CMFormatDescriptionGetExtensions(untagged->formatDescriptions().front()));
-}
-
-TEST_F(AssetTest, ListsOnlyTracksThatCanBeDecodedAndShown) {
-    const auto asset = makeAsset(
-        "phone.mov",
-        {.audioCodec = "aac", .secondAudioTrack = true, .unknownFirstSound = true, .dataTrack = true});
-    EXPECT_EQ(asset->tracksWithMediaType(AVMediaTypeVideo).size(), 1U);
-    const auto sound = asset->tracksWithMediaType(AVMediaTypeAudio);
-    ASSERT_EQ(sound.size(), 1U);
-    EXPECT_NE(sound.front()->streamIndex(), 1);
-}
-
 TEST_F(AssetTest, AFileThatCannotBeReadHasNoTracksAndSaysWhy) {
     std::ofstream(path("empty.mp4"));
     std::ofstream(path("text.mp4")) << "this is no movie\n";
@@ -100,8 +49,7 @@ TEST_F(AssetTest, AFileThatCannotBeReadHasNoTracksAndSaysWhy) {
         const AVURLAsset asset(URL::fileURLWithPath(path(name)));
         EXPECT_TRUE(asset.tracks().empty());
         EXPECT_EQ(CMTimeCompare(asset.duration(), kCMTimeZero), 0);
-        ASSERT_TRUE(asset.loadError());
-        EXPECT_FALSE(asset.loadError()->localizedDescription().empty());
+        EXPECT_TRUE(asset.loadError());
     }
 }
 

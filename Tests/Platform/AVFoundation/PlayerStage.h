@@ -1,12 +1,13 @@
 #pragma once
 
 #include "Platform/AVFoundation/AVPlayerLayer.h"
+#include "Platform/Foundation/NSNotificationCenter.h"
 #include "Tests/Platform/AVFoundation/PixelNumbers.h"
+#include "Tests/Support/ClipTest.h"
+#include "Tests/Support/EventLoop.h"
 
-#include <QCoreApplication>
-#include <chrono>
+#include <algorithm>
 #include <cmath>
-#include <vector>
 
 /// What a player is watched with: a clock turned by hand, a surface that remembers, and the main loop.
 namespace anadrome {
@@ -19,7 +20,6 @@ public:
         m_blocks.push_back(kept);
         return kept;
     }
-
     /// Moves on, and then ticks once.
     void advance(double seconds) {
         m_now += std::chrono::nanoseconds(std::llround(seconds * 1e9));
@@ -28,10 +28,7 @@ public:
                 (*block)();
     }
     bool isTicking() const {
-        for (const auto& weak : m_blocks)
-            if (!weak.expired())
-                return true;
-        return false;
+        return std::ranges::any_of(m_blocks, [](const auto& weak) { return !weak.expired(); });
     }
 
 private:
@@ -51,21 +48,45 @@ public:
     std::vector<int> numbers;
 };
 
-/// Turns the main loop until the condition holds. False if it doesn't within a time that is only met by a
-/// fault.
-template <typename Condition>
-bool loopUntil(Condition condition) {
-    using Clock = std::chrono::steady_clock;
-    const auto end = Clock::now() + std::chrono::seconds(30);
-    while (!condition() && Clock::now() < end)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-    return condition();
-}
+/// A test of one player after another.
+class PlayerStage : public testing_support::ClipTest {
+protected:
+    ~PlayerStage() override { NSNotificationCenter::defaultCenter().removeObserver(m_observation); }
 
-/// Time enough for work that shouldn't be there to show.
-inline void loopAWhile() {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(60);
-    loopUntil([end] { return std::chrono::steady_clock::now() >= end; });
-}
+    /// A new player, whose pictures go to m_sink and whose ends are counted.
+    AVPlayer& open(const std::string& path, CGSize surface) {
+        m_sink = std::make_shared<RecordingSink>();
+        m_layer.setSurface(m_sink, surface);
+        m_player = std::make_shared<AVPlayer>(URL::fileURLWithPath(path), m_clock);
+        m_layer.setPlayer(m_player);
+        m_ends = 0;
+        m_observation = NSNotificationCenter::defaultCenter().addObserverForName(
+            AVPlayerItemDidPlayToEndTimeNotification, m_player->currentItem(), [this](const NSNotification&) {
+                EXPECT_EQ(m_player->rate(), 0);
+                ++m_ends;
+            });
+        return *m_player;
+    }
+    /// The same, once it is ready.
+    AVPlayer& load(const std::string& path, CGSize surface = {4000, 4000}) {
+        AVPlayer& player = open(path, surface);
+        const auto isReady = [&] { return player.currentItem()->status() != AVPlayerItemStatus::unknown; };
+        EXPECT_TRUE(testing_support::runEventLoopUntil(isReady));
+        return player;
+    }
+    double time() const { return CMTimeGetSeconds(m_player->currentTime()); }
+    bool showsSoon(int number) const {
+        return testing_support::runEventLoopUntil([&] { return m_sink->shown() == number; });
+    }
+    /// Time enough for work that shouldn't be there to show.
+    static void loopAWhile() { testing_support::runEventLoopFor(std::chrono::milliseconds(60)); }
+
+    std::shared_ptr<HandClock> m_clock = std::make_shared<HandClock>();
+    std::shared_ptr<RecordingSink> m_sink;
+    AVPlayerLayer m_layer;
+    std::shared_ptr<AVPlayer> m_player;
+    NSNotificationCenter::Token m_observation;
+    int m_ends = 0;
+};
 
 } // namespace anadrome

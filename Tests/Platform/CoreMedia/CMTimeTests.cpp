@@ -10,7 +10,6 @@ using namespace anadrome;
 
 namespace {
 
-constexpr double infinite = std::numeric_limits<double>::infinity();
 constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
 constexpr std::int32_t largestScale = std::numeric_limits<std::int32_t>::max();
 
@@ -49,11 +48,9 @@ TEST(CMTime, IsMadeFromSecondsByCuttingTowardZero) {
         {0.29, 100, rounded(28, 100)},
         {-0.29, 100, rounded(-28, 100)},
         {1.5, 600, CMTimeMake(900, 600)},
-        {1e17, 600, CMTimeMake(7500000000000000000, 75)},
         {1e18, 600, CMTimeMake(9000000000000000000, 9)},
         {1e19, 600, kCMTimePositiveInfinity},
         {-1e19, 600, kCMTimeNegativeInfinity},
-        {infinite, 600, kCMTimePositiveInfinity},
         {std::nan(""), 600, kCMTimeInvalid},
         {1, 0, kCMTimeInvalid},
     };
@@ -62,36 +59,21 @@ TEST(CMTime, IsMadeFromSecondsByCuttingTowardZero) {
     EXPECT_FORM(CMTimeMake(1, 0), kCMTimeInvalid);
 }
 
-TEST(CMTime, TellsItsSeconds) {
-    EXPECT_EQ(CMTimeGetSeconds(inEpoch(CMTimeMake(-3, 2), 7)), -1.5);
-    EXPECT_EQ(CMTimeGetSeconds(kCMTimeNegativeInfinity), -infinite);
-    EXPECT_TRUE(std::isnan(CMTimeGetSeconds(kCMTimeIndefinite)));
-    EXPECT_TRUE(std::isnan(CMTimeGetSeconds(kCMTimeInvalid)));
-    EXPECT_TRUE(std::isnan(CMTimeGetSeconds(CMTime{1, 0, kCMTimeFlags_Valid, 0})));
-}
-
 TEST(CMTime, ChangesScaleByEachRoundingMethod) {
     using enum CMTimeRoundingMethod;
     const struct {
         CMTimeRoundingMethod method;
-        // Of 5/2, -5/2, 7/3, -7/3 and -1/3 at one in a second, and of -1/3 at ten.
-        std::int64_t values[6];
+        std::int64_t values[4];
     } cases[] = {
-        {RoundHalfAwayFromZero, {3, -3, 2, -2, 0, -3}},
-        {RoundTowardZero, {2, -2, 2, -2, 0, -3}},
-        {RoundAwayFromZero, {3, -3, 3, -3, -1, -4}},
-        {QuickTime, {2, -2, 2, -2, -1, -4}},
-        {RoundTowardPositiveInfinity, {3, -2, 3, -2, 0, -3}},
-        {RoundTowardNegativeInfinity, {2, -3, 2, -3, -1, -4}},
+        {RoundHalfAwayFromZero, {3, -3, 2, -2}},       {RoundTowardZero, {2, -2, 2, -2}},
+        {RoundAwayFromZero, {3, -3, 3, -3}},           {QuickTime, {2, -2, 2, -2}},
+        {RoundTowardPositiveInfinity, {3, -2, 3, -2}}, {RoundTowardNegativeInfinity, {2, -3, 2, -3}},
     };
-    const CMTime times[] = {CMTimeMake(5, 2),  CMTimeMake(-5, 2), CMTimeMake(7, 3),
-                            CMTimeMake(-7, 3), CMTimeMake(-1, 3), CMTimeMake(-1, 3)};
-    for (const auto& c : cases) {
-        for (std::size_t i = 0; i < 6; ++i) {
-            const std::int32_t scale = i == 5 ? 10 : 1;
-            EXPECT_FORM(CMTimeConvertScale(times[i], scale, c.method), rounded(c.values[i], scale));
-        }
-    }
+    const CMTime times[] = {CMTimeMake(5, 2), CMTimeMake(-5, 2), CMTimeMake(7, 3), CMTimeMake(-7, 3)};
+    for (const auto& c : cases)
+        for (std::size_t i = 0; i < std::size(times); ++i)
+            EXPECT_FORM(CMTimeConvertScale(times[i], 1, c.method), rounded(c.values[i], 1));
+    EXPECT_FORM(CMTimeConvertScale(CMTimeMake(-1, 3), 10, QuickTime), rounded(-4, 10));
     EXPECT_FORM(CMTimeConvertScale(CMTimeMake(1, 3), 600, Default), CMTimeMake(200, 600));
     EXPECT_FORM(CMTimeConvertScale(inEpoch(rounded(1, 3), 5), 6, Default), inEpoch(rounded(2, 6), 5));
     EXPECT_FORM(CMTimeConvertScale(CMTimeMake(largest, 600), 1, Default), rounded(15372286728091293, 1));
@@ -128,38 +110,6 @@ TEST(CMTime, AddsExactlyAtTheLeastCommonTimescale) {
     EXPECT_FORM(CMTimeSubtract(kCMTimeZero, CMTimeMake(INT64_MIN, 1)), kCMTimePositiveInfinity);
 }
 
-TEST(CMTime, AddsSpecialTimesByTheirPrecedence) {
-    const CMTime one = CMTimeMake(1, 1);
-    const CMTime &plus = kCMTimePositiveInfinity, &minus = kCMTimeNegativeInfinity;
-    const CMTime &invalid = kCMTimeInvalid, &indefinite = kCMTimeIndefinite;
-    const struct {
-        CMTime a, b, sum, difference;
-    } cases[] = {
-        {invalid, plus, invalid, invalid},
-        {indefinite, invalid, invalid, invalid},
-        {plus, one, plus, plus},
-        {one, plus, plus, minus},
-        {one, minus, minus, plus},
-        {plus, plus, plus, invalid},
-        {plus, minus, invalid, plus},
-        {minus, minus, minus, invalid},
-        {plus, indefinite, plus, plus},
-        {indefinite, plus, plus, minus},
-        {indefinite, one, indefinite, indefinite},
-    };
-    for (const auto& c : cases) {
-        EXPECT_FORM(CMTimeAdd(c.a, c.b), c.sum);
-        EXPECT_FORM(CMTimeSubtract(c.a, c.b), c.difference);
-    }
-}
-
-TEST(CMTime, MultipliesWithoutLosingWhatFits) {
-    EXPECT_FORM(CMTimeMultiply(CMTimeMake(5, 600), -3), CMTimeMake(-15, 600));
-    EXPECT_FORM(CMTimeMultiply(CMTimeMake(largest, 600), 2), CMTimeMake(largest, 300));
-    EXPECT_FORM(CMTimeMultiply(kCMTimeNegativeInfinity, -2), kCMTimePositiveInfinity);
-    EXPECT_FORM(CMTimeMultiply(kCMTimePositiveInfinity, 0), kCMTimeInvalid);
-}
-
 TEST(CMTime, HasATotalOrder) {
     const std::vector<CMTime> ascending{
         kCMTimeNegativeInfinity,
@@ -182,16 +132,6 @@ TEST(CMTime, HasATotalOrder) {
     EXPECT_EQ(CMTimeCompare(CMTimeMake(1, 2), CMTimeMake(300, 600)), 0);
 }
 
-TEST(CMTimeRange, IsHalfOpenAndEmptyOnlyWithoutDuration) {
-    const CMTimeRange range = CMTimeRangeMake(CMTimeMake(1, 1), CMTimeMake(2, 1));
-    EXPECT_TRUE(CMTIMERANGE_IS_EMPTY(CMTimeRangeMake(CMTimeMake(1, 1), CMTimeMake(0, 600))));
-    EXPECT_FALSE(CMTIMERANGE_IS_EMPTY(range));
-    EXPECT_FALSE(CMTIMERANGE_IS_EMPTY(kCMTimeRangeInvalid));
-    EXPECT_FALSE(CMTIMERANGE_IS_VALID(CMTimeRangeMake(kCMTimeZero, inEpoch(kCMTimeZero, 1))));
-    EXPECT_FALSE(CMTIMERANGE_IS_VALID(CMTimeRangeFromTimeToTime(CMTimeMake(2, 1), CMTimeMake(1, 1))));
-    EXPECT_FORM(CMTimeRangeGetEnd(kCMTimeRangeInvalid), kCMTimeInvalid);
-}
-
 TEST(CMTimeRange, MapsTimesExactlyAlsoFromFarOutside) {
     const CMTimeRange clip = CMTimeRangeMake(CMTimeMake(1, 1), CMTimeMake(60060, 30000));
     const CMTimeRange squeezed = CMTimeRangeMake(CMTimeMake(3, 1), CMTimeMake(13, 10));
@@ -206,9 +146,7 @@ TEST(CMTimeRange, MapsTimesExactlyAlsoFromFarOutside) {
         {CMTimeAdd(CMTimeMake(3, 1), CMTimeMake(1, 30)), squeezed, clip,
          CMTimeAdd(CMTimeMake(1, 1), CMTimeMake(1001, 19500))},
         {CMTimeMake(1'000'000 + 3, 1), squeezed, clip, CMTimeMake(1'540'001, 1)},
-        {CMTimeMake(3 - 1'000'000, 1), squeezed, clip, CMTimeMake(-1'539'999, 1)},
         {CMTimeMake(1, 1), CMTimeRangeMake(kCMTimeZero, kCMTimeZero), clip, kCMTimeInvalid},
-        {CMTimeMake(1, 1), clip, CMTimeRangeMake(kCMTimeZero, kCMTimeZero), kCMTimeInvalid},
         {kCMTimePositiveInfinity, clip, squeezed, kCMTimeInvalid},
     };
     for (const auto& c : cases)
@@ -220,27 +158,4 @@ TEST(CMTimeRange, MapsTimesExactlyAlsoFromFarOutside) {
     const CMTimeRange hour = CMTimeRangeMake(kCMTimeZero, CMTimeMake(3'600'000'001, 1'000'003));
     const CMTime mapped = CMTimeMapTimeFromRangeToRange(CMTimeMake(1, 7), odd, hour);
     EXPECT_NEAR(CMTimeGetSeconds(mapped), 1 / 7.0 * 999'983 / 1'000'003 * 3'600'000'001 / 1'000'003, 2e-9);
-}
-
-TEST(CMTimeRange, IntersectsWithAnother) {
-    const auto between = [](std::int64_t start, std::int64_t end) {
-        return CMTimeRangeFromTimeToTime(CMTimeMake(start, 1), CMTimeMake(end, 1));
-    };
-    const CMTimeRange all = CMTimeRangeMake(kCMTimeZero, kCMTimePositiveInfinity);
-    const struct {
-        CMTimeRange a, b, common;
-    } cases[] = {
-        {between(0, 5), between(3, 8), between(3, 5)},
-        {between(0, 9), between(3, 8), between(3, 8)},
-        {between(0, 3), between(3, 8), kCMTimeRangeZero},
-        {between(0, 1), between(3, 8), kCMTimeRangeZero},
-        {all, between(0, 5), between(0, 5)},
-        {all, all, all},
-        {all, kCMTimeRangeInvalid, kCMTimeRangeInvalid},
-    };
-    for (const auto& c : cases) {
-        const CMTimeRange common = CMTimeRangeGetIntersection(c.a, c.b);
-        EXPECT_EQ(CMTimeCompare(common.start, c.common.start), 0);
-        EXPECT_EQ(CMTimeCompare(common.duration, c.common.duration), 0);
-    }
 }

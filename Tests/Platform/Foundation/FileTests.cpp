@@ -3,13 +3,8 @@
 #include "Tests/Support/FileSizeLimit.h"
 #include "Tests/Support/ScratchFolder.h"
 
-#include <algorithm>
-#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <thread>
-#include <unistd.h>
 
 using namespace anadrome;
 namespace fs = std::filesystem;
@@ -61,31 +56,11 @@ TEST_F(FileTests, TellWhichFileFailedAndWhy) {
     EXPECT_EQ(codesOf(m_manager.copyItemAtURL(url("file"), url("none/copy"))), Codes(4, ENOENT));
     EXPECT_EQ(codesOf(m_manager.copyItemAtURL(url(""), url("copy"))), Codes(256, EINVAL));
     EXPECT_EQ(codesOf(readData(url("none")).error()), Codes(260, ENOENT));
-    EXPECT_EQ(codesOf(readData(url("")).error()), Codes(256, EISDIR));
     EXPECT_EQ(codesOf(FileReader::open(url("none")).error()), Codes(260, ENOENT));
     const auto error = writeData(url("none/frame_3.data"), std::span<const std::byte>());
     EXPECT_EQ(codesOf(error), Codes(4, ENOENT));
     EXPECT_EQ(error->localizedDescription(),
               "“frame_3.data” couldn’t be written: No such file or directory.");
-}
-
-TEST_F(FileTests, MakeFoldersWithAndWithoutTheOnesAbove) {
-    EXPECT_FALSE(m_manager.createDirectoryAtPath(path("a/b/c"), true));
-    EXPECT_FALSE(m_manager.createDirectoryAtPath(path("a/b/c"), true));
-    EXPECT_EQ(codesOf(m_manager.createDirectoryAtPath(path("a"), false)), Codes(516, EEXIST));
-    bool isDirectory = false;
-    EXPECT_TRUE(m_manager.fileExistsAtPath(path("a/b/c"), &isDirectory));
-    EXPECT_TRUE(isDirectory);
-    EXPECT_FALSE(m_manager.fileExistsAtPath(path("a/b/d")));
-}
-
-TEST_F(FileTests, ListHiddenFilesButNotTheFolderItself) {
-    write(".hidden");
-    write("clip.mov");
-    auto names = m_manager.contentsOfDirectoryAtPath(m_folder.path());
-    std::sort(names->begin(), names->end());
-    EXPECT_EQ(*names, (std::vector<std::string>{".hidden", "clip.mov"}));
-    EXPECT_EQ(find(*m_manager.attributesOfItemAtPath(path("clip.mov")), NSFileSize)->asInteger(), 3);
 }
 
 TEST_F(FileTests, AreRemovedWithoutFollowingLinks) {
@@ -130,34 +105,11 @@ TEST_F(FileTests, ComeBackAsTheyWereWritten) {
     EXPECT_FALSE(reader->read(more));
 }
 
-TEST_F(FileTests, AreReadWholeWhereTheirSizeIsNotKnownOrTheyComeInBits) {
-    EXPECT_GT(readData(URL::fileURLWithPath("/proc/self/maps"))->size(), 1000u);
-
-    ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
-    const NSData sent = bytesOf(200'000, 3);
-    std::jthread writer([&] {
-        const int pipe = ::open(path("pipe").c_str(), O_WRONLY);
-        for (std::size_t done = 0; done < sent.size();) {
-            const ssize_t written =
-                ::write(pipe, sent.data() + done, std::min<std::size_t>(997, sent.size() - done));
-            done += static_cast<std::size_t>(std::max<ssize_t>(written, 0));
-        }
-        ::close(pipe);
-    });
-    auto reader = FileReader::open(url("pipe"));
-    NSData got(sent.size());
-    const std::span<std::byte> pieces[] = {std::span(got).first(100'000), std::span(got).subspan(100'000)};
-    EXPECT_TRUE(reader->read(pieces));
-    EXPECT_EQ(got, sent);
-}
-
 TEST_F(FileTests, AreNotLeftBehindHalfWritten) {
     const testing_support::FileSizeLimit full(100'000);
     EXPECT_EQ(codesOf(writeData(url("frame"), bytesOf(300'000, 0))), Codes(640, EFBIG));
     EXPECT_FALSE(m_manager.fileExistsAtPath(path("frame")));
-}
-
-TEST_F(FileTests, AreNotRemovedWhereTheyAreDevices) {
+    // But no device is removed.
     fs::create_symlink("/dev/full", path("full"));
     EXPECT_EQ(codesOf(writeData(url("full"), bytesOf(10, 0))), Codes(640, ENOSPC));
     EXPECT_TRUE(fs::is_symlink(path("full")));

@@ -1,27 +1,17 @@
 #include "Platform/Foundation/NSTimer.h"
 #include "Tests/Support/EventLoop.h"
 
-#include <QCoreApplication>
-#include <QThread>
 #include <atomic>
 #include <chrono>
-#include <csignal>
 #include <gtest/gtest.h>
 #include <limits>
 #include <thread>
 
 using namespace anadrome;
+using testing_support::runEventLoopFor;
 using testing_support::runEventLoopUntil;
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
-
-namespace {
-
-void loopFor(Clock::duration duration) {
-    runEventLoopUntil([end = Clock::now() + duration] { return Clock::now() >= end; });
-}
-
-} // namespace
 
 TEST(NSTimer, FiresOnceOrAgainAndAgainAsAskedAtAnyInterval) {
     for (const double interval : {0.002, 0.0001, 0.0, -1.0, std::numeric_limits<double>::quiet_NaN()}) {
@@ -36,21 +26,10 @@ TEST(NSTimer, FiresOnceOrAgainAndAgainAsAskedAtAnyInterval) {
         });
         EXPECT_EQ(single, 0);
         EXPECT_TRUE(runEventLoopUntil([&] { return single == 1 && repeated == 5; }));
-        loopFor(10ms);
+        runEventLoopFor(10ms);
         EXPECT_EQ(single, 1);
         EXPECT_EQ(repeated, 5);
         EXPECT_FALSE(once->isValid());
-    }
-}
-
-TEST(NSTimer, WaitsForALongTimeWithoutFiring) {
-    for (const double interval : {1e6, std::numeric_limits<double>::infinity()}) {
-        bool fired = false;
-        const auto timer =
-            NSTimer::scheduledTimerWithTimeInterval(interval, false, [&](NSTimer&) { fired = true; });
-        loopFor(10ms);
-        EXPECT_FALSE(fired);
-        timer->invalidate();
     }
 }
 
@@ -72,36 +51,6 @@ TEST(NSTimer, DropsMissedTimesAndStaysOnItsGrid) {
     EXPECT_TRUE(isOnGrid);
 }
 
-TEST(NSTimer, CallsNowWhenFired) {
-    int repeated = 0;
-    int single = 0;
-    const auto again = NSTimer::scheduledTimerWithTimeInterval(0.02, true, [&](NSTimer&) { ++repeated; });
-    const auto once = NSTimer::scheduledTimerWithTimeInterval(3600, false, [&](NSTimer&) { ++single; });
-    again->fire();
-    once->fire();
-    once->fire();
-    EXPECT_EQ(repeated, 1);
-    EXPECT_TRUE(again->isValid());
-    EXPECT_EQ(single, 1);
-    EXPECT_FALSE(once->isValid());
-    EXPECT_TRUE(runEventLoopUntil([&] { return repeated == 3; }));
-    again->invalidate();
-    again->fire();
-    EXPECT_EQ(repeated, 3);
-}
-
-TEST(NSTimer, ReleasesItsBlockWhenInvalidAndDoesNotCallItAnyMore) {
-    auto held = std::make_shared<int>(0);
-    const std::weak_ptr<int> watched = held;
-    const auto timer = NSTimer::scheduledTimerWithTimeInterval(0.001, true, [held](NSTimer&) { ++*held; });
-    std::this_thread::sleep_for(3ms); // So that a call is due.
-    timer->invalidate();
-    loopFor(5ms);
-    EXPECT_EQ(*held, 0);
-    held.reset();
-    EXPECT_TRUE(watched.expired());
-}
-
 TEST(NSTimer, IsInvalidatedByAnotherThreadAfterTheCallThatHasBegun) {
     for (int round = 0; round < 50; ++round) {
         int calls = 0; // Of the main thread alone.
@@ -119,15 +68,8 @@ TEST(NSTimer, IsInvalidatedByAnotherThreadAfterTheCallThatHasBegun) {
         });
         EXPECT_TRUE(runEventLoopUntil([&] { return isInvalid.load(); }));
         const int counted = calls;
-        loopFor(2ms);
+        runEventLoopFor(2ms);
         EXPECT_EQ(calls, counted);
         EXPECT_FALSE(timer->isValid());
     }
-}
-
-TEST(NSTimerDeathTest, IsScheduledOnTheMainThreadOnly) {
-    const auto scheduleElsewhere = [] {
-        std::jthread([] { NSTimer::scheduledTimerWithTimeInterval(1, false, [](NSTimer&) {}); }).join();
-    };
-    EXPECT_EXIT(scheduleElsewhere(), testing::KilledBySignal(SIGABRT), "^NSTimer: used off the main thread");
 }

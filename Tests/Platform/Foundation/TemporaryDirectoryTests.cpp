@@ -1,19 +1,16 @@
 #include "Platform/Foundation/FileData.h"
-#include "Platform/Foundation/NSFileManager.h"
 #include "Platform/Foundation/TemporaryDirectory.h"
 #include "Tests/Support/ChildProcess.h"
+#include "Tests/Support/ScratchFolder.h"
 
 #include <cstdio>
 #include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <linux/magic.h>
 #include <memory>
 #include <string_view>
-#include <sys/stat.h>
 #include <sys/vfs.h>
-#include <thread>
 #include <unistd.h>
 
 using namespace anadrome;
@@ -42,26 +39,6 @@ void tellFolder() {
     ::_exit(TemporaryDirectory::current().empty() ? 1 : 0);
 }
 
-[[noreturn]] void removeByExecUnderWriters() {
-    const NSData bytes(100'000);
-    for (int writer = 0; writer < 4; ++writer) {
-        std::thread([bytes, writer] {
-            for (int i = 0;; i = (i + 1) % 200) {
-                const std::string name = "Frames/" + std::to_string(writer) + "_" + std::to_string(i);
-                const URL folder = TemporaryDirectory::current().appendingPathComponent("Frames");
-                NSFileManager::defaultManager().createDirectoryAtPath(folder.path(), true);
-                (void)writeData(TemporaryDirectory::current().appendingPathComponent(name), bytes);
-            }
-        }).detach();
-    }
-    std::this_thread::sleep_for(std::chrono::milliseconds(200));
-    tellFolder();
-    const URL output =
-        TemporaryDirectory::current().deletingLastPathComponent().appendingPathComponent("out");
-    (void)writeData(output, bytes);
-    TemporaryDirectory::removeByExec(7, {output, output.deletingLastPathComponent()});
-}
-
 /// The children are this very program, started with a role. Constructors get the arguments of main().
 [[gnu::constructor]] void playRole(int argc, char** argv) {
     TemporaryDirectory::finishRemovalIfAsked(argc, argv);
@@ -70,8 +47,6 @@ void tellFolder() {
         holdFolder();
     if (role == "leave")
         leaveFolder();
-    if (role == "exec")
-        removeByExecUnderWriters();
 }
 
 /// Works under a cache folder of its own and tells its temporary folder.
@@ -85,27 +60,13 @@ public:
 
 class TemporaryDirectoryTests : public testing::Test {
 protected:
-    TemporaryDirectoryTests() {
-        std::string name = "/var/tmp/anadrome-test-XXXXXX";
-        m_cache = ::mkdtemp(name.data());
-    }
-    ~TemporaryDirectoryTests() override { fs::remove_all(m_cache); }
+    static fs::path lockOf(const fs::path& folder) { return folder.string() + ".lock"; }
 
-    fs::path lockOf(const fs::path& folder) const { return folder.string() + ".lock"; }
-
-    fs::path m_cache;
+    const testing_support::ScratchFolder m_folder{"/var/tmp"};
+    const fs::path m_cache = m_folder.path();
 };
 
 } // namespace
-
-TEST_F(TemporaryDirectoryTests, IsOfThisUserAloneUnderTheCacheFolder) {
-    Child child("hold", m_cache);
-    const fs::path folder = child.folder();
-    EXPECT_EQ(folder.parent_path(), m_cache / "anadrome");
-    struct stat status {};
-    ASSERT_EQ(::stat(folder.c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 07777, 0700u);
-}
 
 TEST_F(TemporaryDirectoryTests, GoesWithItsLockAtTheEndOfTheProgram) {
     Child child("leave", m_cache);
@@ -134,35 +95,24 @@ TEST_F(TemporaryDirectoryTests, OfAKilledProcessIsSweptByTheNextStartButNoOther)
 
     Child next("hold", m_cache);
     ASSERT_TRUE(fs::exists(next.folder()));
-    EXPECT_FALSE(fs::exists(swept));
-    EXPECT_FALSE(fs::exists(lockOf(swept)));
-    EXPECT_FALSE(fs::exists(lockless));
+    for (const fs::path& gone : {swept, lockOf(swept), lockless})
+        EXPECT_FALSE(fs::exists(gone)) << gone;
     EXPECT_TRUE(fs::exists(kept));
     EXPECT_TRUE(fs::exists(m_cache / "outside/file"));
     EXPECT_TRUE(fs::exists(swept.parent_path() / "not ours"));
 }
 
-TEST_F(TemporaryDirectoryTests, OfManyProcessesThatStartTogetherAllStay) {
+TEST_F(TemporaryDirectoryTests, OfManyProcessesThatStartTogetherAllStayEachForThisUserAlone) {
     std::vector<std::unique_ptr<Child>> children;
     for (int i = 0; i < 8; ++i)
         children.push_back(std::make_unique<Child>("hold", m_cache));
     std::vector<fs::path> folders;
     for (const auto& child : children)
         folders.push_back(child->folder());
-    for (const fs::path& folder : folders)
-        EXPECT_TRUE(fs::exists(folder)) << folder;
-}
-
-TEST_F(TemporaryDirectoryTests, IsGoneAfterRemovalByExecThoughThreadsWereWritingInIt) {
-    Child child("exec", m_cache);
-    const fs::path folder = child.folder();
-    ASSERT_FALSE(folder.empty());
-    EXPECT_EQ(child.wait(), 7);
-    EXPECT_FALSE(fs::exists(folder));
-    EXPECT_FALSE(fs::exists(lockOf(folder)));
-    // The named file is gone; of a folder named with it nothing was taken.
-    EXPECT_FALSE(fs::exists(m_cache / "anadrome/out"));
-    EXPECT_TRUE(fs::exists(m_cache / "anadrome/sweep.lock"));
+    for (const fs::path& folder : folders) {
+        EXPECT_EQ(folder.parent_path(), m_cache / "anadrome");
+        EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all) << folder;
+    }
 }
 
 TEST_F(TemporaryDirectoryTests, IsNotRemovedByACommandLineThatSomebodyTypes) {
@@ -180,12 +130,11 @@ TEST_F(TemporaryDirectoryTests, IsNotRemovedByACommandLineThatSomebodyTypes) {
 
 TEST_F(TemporaryDirectoryTests, DoesNotLieInMemory) {
     struct statfs status {};
-    std::string name = "/dev/shm/anadrome-test-XXXXXX";
-    if (::statfs("/dev/shm", &status) != 0 || status.f_type != TMPFS_MAGIC || !::mkdtemp(name.data()))
+    if (::statfs("/dev/shm", &status) != 0 || status.f_type != TMPFS_MAGIC || ::access("/dev/shm", W_OK) != 0)
         GTEST_SKIP() << "No file system in memory here.";
-    Child child("leave", name);
+    const testing_support::ScratchFolder inMemory("/dev/shm");
+    Child child("leave", inMemory.path());
     const fs::path folder = child.folder();
     EXPECT_EQ(child.wait(), 0);
-    fs::remove_all(name);
     EXPECT_EQ(folder.parent_path(), "/var/tmp/anadrome-" + std::to_string(::geteuid()));
 }

@@ -1,7 +1,4 @@
-#include "Platform/UIKit/UIActivityViewController.h"
-#include "Platform/UIKit/UIAlertController.h"
 #include "Platform/UIKit/UINavigationController.h"
-#include "Platform/UIKit/UITabBarController.h"
 #include "Tests/Support/RecordingHost.h"
 
 #include <QCoreApplication>
@@ -47,7 +44,6 @@ protected:
 
 TEST_F(UIViewControllerTest, ScreensComeAndGoInTheirOrder) {
     const auto stack = std::make_shared<UINavigationController>(make("A"));
-    const std::weak_ptr<UINavigationController> watched = stack;
     m_host.show(stack);
     EXPECT_EQ(taken(), (Lines{"A.didLoad", "A.willAppear", "A.didAppear"}));
     const Lines push{"B.didLoad", "A.willDisappear", "B.willAppear", "A.didDisappear", "B.didAppear"};
@@ -63,60 +59,9 @@ TEST_F(UIViewControllerTest, ScreensComeAndGoInTheirOrder) {
     stack->popToRootViewControllerAnimated(true);
     EXPECT_EQ(taken(), (Lines{"C.willDisappear", "A.willAppear", "C.didDisappear", "A.didAppear", "B.freed",
                               "C.freed"}));
-    EXPECT_EQ(stack->popViewControllerAnimated(true), nullptr) << "the root stays";
     EXPECT_EQ(m_host.calls, (Lines{"push animated", "pop 1", "push", "push animated", "pop 2 animated"}));
     m_host.show(nullptr);
     EXPECT_EQ(taken(), (Lines{"A.willDisappear", "A.didDisappear"}));
-}
-
-TEST_F(UIViewControllerTest, APoppedScreenStillKnowsItsStackAsItGoes) {
-    class Leaving : public UIViewController {
-    public:
-        std::size_t depthAsItWent = 0;
-
-    protected:
-        void viewWillDisappear(bool) override {
-            navigationController()->interactivePopGestureRecognizer()->setEnabled(true);
-            depthAsItWent = navigationController()->viewControllers().size();
-        }
-    };
-    const auto stack = std::make_shared<UINavigationController>(make("A"));
-    m_host.show(stack);
-    const auto leaving = std::make_shared<Leaving>();
-    stack->pushViewController(leaving, false);
-    stack->interactivePopGestureRecognizer()->setEnabled(false);
-    EXPECT_EQ(stack->popViewControllerAnimated(false), leaving);
-    EXPECT_TRUE(stack->interactivePopGestureRecognizer()->isEnabled());
-    EXPECT_EQ(leaving->depthAsItWent, 1u);
-    EXPECT_EQ(leaving->navigationController(), nullptr);
-}
-
-TEST_F(UIViewControllerTest, ChildrenAppearWithTheirParentAndOnlyShownOnes) {
-    const auto parent = make("parent");
-    parent->addChildViewController(make("child"));
-    const auto tabs = std::make_shared<UITabBarController>(
-        std::vector<std::shared_ptr<UIViewController>>{parent, make("other")});
-    m_host.show(tabs);
-    EXPECT_EQ(taken(), (Lines{"parent.didLoad", "parent.willAppear", "child.didLoad", "child.willAppear",
-                              "parent.didAppear", "child.didAppear"}));
-    tabs->setSelectedIndex(1);
-    EXPECT_EQ(taken(),
-              (Lines{"other.didLoad", "parent.willDisappear", "child.willDisappear", "other.willAppear",
-                     "parent.didDisappear", "child.didDisappear", "other.didAppear"}));
-}
-
-TEST_F(UIViewControllerTest, TheBackSwipeNeedsItsRecogniserAndAScreenBelow) {
-    const auto stack = std::make_shared<UINavigationController>(make("A"));
-    m_host.show(stack);
-    stack->swipeBack();
-    EXPECT_EQ(stack->viewControllers().size(), 1u);
-    stack->pushViewController(make("B"), true);
-    stack->interactivePopGestureRecognizer()->setEnabled(false);
-    stack->swipeBack();
-    EXPECT_EQ(stack->viewControllers().size(), 2u);
-    stack->interactivePopGestureRecognizer()->setEnabled(true);
-    stack->swipeBack();
-    EXPECT_EQ(stack->viewControllers().size(), 1u);
 }
 
 TEST_F(UIViewControllerTest, PresentsOnlyInAWindowAndOneAtATime) {
@@ -134,8 +79,6 @@ TEST_F(UIViewControllerTest, PresentsOnlyInAWindowAndOneAtATime) {
     EXPECT_EQ(taken(), (Lines{"first.didLoad", "first.willAppear", "first.didAppear"}))
         << "what lies beneath stays where it is";
     root->presentViewController(second, true, count);
-    stack->presentViewController(second, true, count);
-    EXPECT_EQ(stack->presentedViewController(), first);
     EXPECT_EQ(root->presentedViewController(), first) << "it is presented for all that the stack holds";
     EXPECT_FALSE(root->view()->canBeTouched());
     EXPECT_TRUE(first->view()->canBeTouched());
@@ -149,60 +92,6 @@ TEST_F(UIViewControllerTest, PresentsOnlyInAWindowAndOneAtATime) {
                               "first.didDisappear"}));
     EXPECT_EQ(m_host.calls, (Lines{"present animated", "present", "dismiss animated", "dismiss animated"}));
     EXPECT_TRUE(root->view()->canBeTouched());
-    QCoreApplication::processEvents();
-    EXPECT_EQ(completions, 3);
-    root->presentViewController(first, false);
-    first->dismissViewControllerAnimated(false);
-    EXPECT_EQ(root->presentedViewController(), nullptr) << "the presented one may dismiss itself";
-}
-
-TEST_F(UIViewControllerTest, DialogsAndSheetsAnswerAfterTheyHaveGone) {
-    const auto root = make("root");
-    m_host.show(root);
-    Lines answers;
-    const auto answer = [&](const std::string& text) {
-        answers.push_back(text + (root->presentedViewController() ? " too early" : ""));
-    };
-    const auto alert = std::make_shared<UIAlertController>("Title", "Text", UIAlertControllerStyle::alert);
-    alert->addAction({"No", UIAlertActionStyle::cancel, {}});
-    alert->addAction({"Yes", UIAlertActionStyle::normal, [&] { answer("yes"); }});
-    alert->chooseAction(1);
-    for (const std::size_t choice : {0, 1}) {
-        root->presentViewController(alert, true);
-        alert->chooseAction(choice);
-        QCoreApplication::processEvents();
-    }
-    const auto sheet = std::make_shared<UIActivityViewController>(
-        std::vector<UIActivityViewController::Item>{std::string("text")});
-    sheet->setCompletionHandler([&](const std::optional<std::string>& activity, bool completed) {
-        answer(activity.value_or("none") + (completed ? " done" : ""));
-    });
-    for (const auto& [activity, completed] :
-         {std::pair<std::optional<std::string>, bool>{"mail", true}, {std::nullopt, false}}) {
-        root->presentViewController(sheet, true);
-        sheet->finish(activity, completed);
-        QCoreApplication::processEvents();
-    }
-    EXPECT_EQ(answers, (Lines{"yes", "mail done", "none"}));
-}
-
-TEST_F(UIViewControllerTest, NothingOutlivesItsOwner) {
-    std::weak_ptr<UIViewController> watched[3];
-    {
-        const auto stack = std::make_shared<UINavigationController>(make("A"));
-        const auto shown = make("B");
-        m_host.show(stack);
-        stack->pushViewController(shown, true);
-        const auto presented = make("C");
-        shown->presentViewController(presented, true);
-        watched[0] = stack;
-        watched[1] = shown;
-        watched[2] = presented;
-    }
-    m_host.show(nullptr);
-    for (const auto& controller : watched)
-        EXPECT_TRUE(controller.expired());
-    EXPECT_TRUE(m_host.window()->subviews().empty());
 }
 
 } // namespace anadrome
