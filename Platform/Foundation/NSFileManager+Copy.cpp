@@ -31,16 +31,18 @@ std::optional<NSError> NSFileManager::copyItemAtURL(const URL& source, const URL
         return readError(errno);
     if (!S_ISREG(status.st_mode))
         return readError(EINVAL);
-    const FileDescriptor to(::open(target.path().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    FileDescriptor to(::open(target.path().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     if (!to)
         return writeError(errno);
-    const CopyOutcome copied = copyContent(from.get(), to.get());
-    if (copied.readError == 0 && copied.writeError == 0) {
-        const timespec times[]{status.st_atim, status.st_mtim};
-        ::fchmod(to.get(), (status.st_mode & 0777) | S_IRUSR | S_IWUSR);
-        ::futimens(to.get(), times);
+    CopyOutcome copied = copyContent(from.get(), to.get());
+    const timespec times[]{status.st_atim, status.st_mtim};
+    ::fchmod(to.get(), (status.st_mode & 0777) | S_IRUSR | S_IWUSR);
+    ::futimens(to.get(), times);
+    // Over a network only this may tell of a full disk.
+    if (::close(to.release()) != 0 && copied.writeError == 0)
+        copied.writeError = errno;
+    if (copied.readError == 0 && copied.writeError == 0)
         return std::nullopt;
-    }
     ::unlink(target.path().c_str());
     return copied.readError != 0 ? readError(copied.readError) : writeError(copied.writeError);
 }

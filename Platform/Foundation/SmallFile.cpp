@@ -29,6 +29,8 @@ Result<std::string> readSmallFile(const std::string& path, std::size_t maximumLe
 }
 
 std::optional<NSError> replaceSmallFile(const std::string& path, std::string_view content) {
+    if (path.empty())
+        return fileError(FileAction::write, ENOENT, path);
     makePrivateFolders(URL::fileURLWithPath(path).deletingLastPathComponent().path());
     std::string unfinished = path + ".XXXXXX";
     if (!FileDescriptor(::mkostemp(unfinished.data(), O_CLOEXEC)))

@@ -8,6 +8,7 @@
 #include "Platform/Services/UtcTime.h"
 
 #include <algorithm>
+#include <array>
 #include <fcntl.h>
 #include <nlohmann/json.hpp>
 #include <utility>
@@ -19,12 +20,12 @@ namespace {
 /// Bytes. The program's own names are much shorter.
 constexpr std::size_t longestName = 100;
 
-/// Whether the server would refuse the same batch again.
+/// Whether the server says that it would never take the batch. Others may be mended on its side.
 bool isRefusal(const NSError& error) {
-    constexpr long requestTimeout = 408, tooManyRequests = 429;
+    constexpr std::array refusals{400L, 413L, 422L};
     const NSError* status = error.underlying();
-    return status && status->domain() == HTTPStatusDomain && status->code() >= 400 && status->code() < 500 &&
-           status->code() != requestTimeout && status->code() != tooManyRequests;
+    return status && status->domain() == HTTPStatusDomain &&
+           std::ranges::find(refusals, status->code()) != refusals.end();
 }
 
 } // namespace

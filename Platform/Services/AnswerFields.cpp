@@ -18,8 +18,18 @@ std::size_t lengthOf(const std::string& text) {
 } // namespace
 
 AnswerFields AnswerFields::parse(const std::string& answer) {
+    // Values are copied level by level on the stack, which a deep one would overflow.
+    constexpr int deepest = 16;
+    bool isTooDeep = false;
+    const auto isToBeKept = [&](int depth, nlohmann::json::parse_event_t, const nlohmann::json&) {
+        isTooDeep = isTooDeep || depth > deepest;
+        return !isTooDeep;
+    };
     // Text that isn't UTF-8 is no JSON either.
-    return AnswerFields(nlohmann::json::parse(answer, nullptr, false));
+    AnswerFields fields(nlohmann::json::parse(answer, isToBeKept, false));
+    if (isTooDeep)
+        fields.m_fault = "it is too deep";
+    return fields;
 }
 
 AnswerFields::AnswerFields(nlohmann::json value) : m_object(std::move(value)) {

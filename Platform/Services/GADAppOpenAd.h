@@ -2,9 +2,11 @@
 
 #include "Platform/Services/GADFullScreenAd.h"
 
+#include <algorithm>
+
 namespace anadrome {
 
-/// The ad as the program comes to the front. It may be shown for four hours.
+/// The ad as the program comes to the front. It may be shown for four hours, or less if its server says so.
 class GADAppOpenAd final : public GADFullScreenAd {
 public:
     /// The ad, or null and the error.
@@ -21,8 +23,11 @@ public:
 private:
     friend class GADFullScreenAd;
 
-    explicit GADAppOpenAd(GADAdContent content)
-        : GADFullScreenAd(std::move(content), std::chrono::hours(4)) {}
+    static constexpr std::chrono::seconds longestLifetime = std::chrono::hours(4);
+
+    explicit GADAppOpenAd(const GADAdContent& content)
+        : GADFullScreenAd(content, content.received + std::min(content.lifetime.value_or(longestLifetime),
+                                                               longestLifetime)) {}
 };
 
 } // namespace anadrome

@@ -4,14 +4,7 @@
 #include "Platform/Services/GADFullScreenAdViewController.h"
 #include "Platform/UIKit/UIScreen.h"
 
-#include <algorithm>
-
 namespace anadrome {
-
-GADFullScreenAd::GADFullScreenAd(GADAdContent content, std::chrono::seconds longestLifetime)
-    : m_content(std::move(content)),
-      m_expiry(m_content.received + std::min(m_content.lifetime.value_or(longestLifetime), longestLifetime)) {
-}
 
 void GADFullScreenAd::fetch(GADAdFormat format, const std::string& adUnitID, const GADRequest& request,
                             GADAdSource::Completion completion) {
@@ -20,7 +13,7 @@ void GADFullScreenAd::fetch(GADAdFormat format, const std::string& adUnitID, con
 }
 
 bool GADFullScreenAd::isExpired() const {
-    return std::chrono::system_clock::now() >= m_expiry;
+    return m_expiry && std::chrono::system_clock::now() >= *m_expiry;
 }
 
 void GADFullScreenAd::presentFromRootViewController(UIViewController& controller) {

@@ -13,8 +13,7 @@ namespace anadrome {
 
 class UIViewController;
 
-/// An ad that covers the screen until the user closes it. It is shown once, and not when it has become too
-/// old. Main thread only.
+/// An ad that covers the screen until the user closes it. It is shown once. Main thread only.
 class GADFullScreenAd : public std::enable_shared_from_this<GADFullScreenAd> {
 public:
     GADFullScreenAd(const GADFullScreenAd&) = delete;
@@ -25,12 +24,14 @@ public:
         m_delegate = std::move(delegate);
     }
 
-    /// Shows the ad over the controller's window. An ad that was shown before or is too old, or a controller
-    /// that can't present now, is told to the delegate as a failure, after the call.
+    /// Shows the ad over the controller's window. An ad that was shown before or is too old for its kind, or
+    /// a controller that can't present now, is told to the delegate as a failure, after the call.
     void presentFromRootViewController(UIViewController& controller);
 
 protected:
-    GADFullScreenAd(GADAdContent content, std::chrono::seconds longestLifetime);
+    /// Without an expiry the ad never becomes too old.
+    explicit GADFullScreenAd(GADAdContent content, std::optional<GADAdContent::Date> expiry = std::nullopt)
+        : m_content(std::move(content)), m_expiry(expiry) {}
     ~GADFullScreenAd() = default;
 
     /// Fetches an ad of a kind from the program's source; completes with the ad, or with null and the error.
@@ -52,7 +53,7 @@ private:
     void fail(GADErrorCode code, const std::string& reason);
 
     const GADAdContent m_content;
-    const GADAdContent::Date m_expiry;
+    const std::optional<GADAdContent::Date> m_expiry;
     std::weak_ptr<GADFullScreenContentDelegate> m_delegate;
     bool m_isUsed = false;
 };

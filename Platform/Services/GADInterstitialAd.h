@@ -4,7 +4,8 @@
 
 namespace anadrome {
 
-/// The ad between two steps of the user's way. It may be shown for an hour.
+/// The ad between two steps of the user's way. It is shown however old it is, since the next step comes only
+/// after it.
 class GADInterstitialAd final : public GADFullScreenAd {
 public:
     /// The ad, or null and the error.
@@ -21,8 +22,7 @@ public:
 private:
     friend class GADFullScreenAd;
 
-    explicit GADInterstitialAd(GADAdContent content)
-        : GADFullScreenAd(std::move(content), std::chrono::hours(1)) {}
+    explicit GADInterstitialAd(GADAdContent content) : GADFullScreenAd(std::move(content)) {}
 };
 
 } // namespace anadrome

@@ -39,8 +39,8 @@ struct HttpRequest {
 };
 
 /// Asks servers, on a thread of its own which is started by the first request. Nothing is stored, no cookie
-/// is kept, and nothing is told of the machine or the user but the program's name and version. A few
-/// redirects are followed, never from https to http.
+/// is kept, and nothing is told of the machine or the user but the program's name and version. A
+/// question without a body follows a few redirects, never from https to http.
 class HttpClient {
 public:
     /// The body of an answer with a status of 200 to 299; for any other end an error of NSURLErrorDomain.
@@ -48,7 +48,7 @@ public:
 
     /// Any thread, returns at once. Completes once, on the main queue, never before the call returns. The
     /// request leaves when the main thread gets to it. One that is under way at the application's end is
-    /// broken off.
+    /// broken off; while the system still looks up a name, the process ends only after that.
     static void send(HttpRequest request, Completion completion);
 };
 

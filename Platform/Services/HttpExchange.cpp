@@ -66,8 +66,10 @@ QNetworkRequest prepared(const HttpRequest& request) {
     QNetworkRequest prepared(QUrl(QString::fromStdString(request.address), QUrl::StrictMode));
     constexpr int mostRedirects = 5;
     prepared.setMaximumRedirectsAllowed(mostRedirects);
+    // After a redirect a body may not be sent again, and the answer would be one to nothing.
     prepared.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                          QNetworkRequest::NoLessSafeRedirectPolicy);
+                          request.body.empty() ? QNetworkRequest::NoLessSafeRedirectPolicy
+                                               : QNetworkRequest::ManualRedirectPolicy);
     prepared.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     prepared.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     prepared.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);

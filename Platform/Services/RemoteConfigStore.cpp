@@ -16,6 +16,8 @@ using nlohmann::json;
 
 /// Bytes; more than the longest answer gives.
 constexpr std::size_t largestFile = 4 * 1024 * 1024;
+/// Some 280 years from 1970: what the clock can count.
+constexpr std::int64_t latestTime = 9'000'000'000'000;
 constexpr const char* valuesKey = "values";
 constexpr const char* timeKey = "fetchedAtMilliseconds";
 
@@ -51,7 +53,7 @@ void RemoteConfigStore::load() {
     const json content = json::parse(*text, nullptr, false);
     auto values = valuesIn(content);
     const auto time = content.find(timeKey);
-    if (!values || time == content.end() || !time->is_number_integer())
+    if (!values || time == content.end() || !time->is_number_integer() || *time < 0 || *time > latestTime)
         return debugLog("The remote configuration in " + m_path + " is damaged and counts as absent.");
     m_values = std::move(*values);
     m_fetchTime = Time(Milliseconds(time->get<std::int64_t>()));

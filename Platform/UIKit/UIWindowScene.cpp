@@ -9,9 +9,10 @@ void UIScene::moveTo(UISceneActivationState state) {
     using enum UISceneActivationState;
     if (state == unattached)
         fatalError("A scene is taken away by UIApplication, not by its state");
-    // Between active and background lies being seen without the user's attention.
-    if (state != m_state && state != foregroundInactive && m_state != foregroundInactive)
-        stepTo(foregroundInactive);
+    // On the way to and from the user's attention lies being seen without it.
+    if (state != m_state && (state == foregroundActive || m_state == foregroundActive))
+        if (m_state != foregroundInactive)
+            stepTo(foregroundInactive);
     if (state != m_state)
         stepTo(state);
 }

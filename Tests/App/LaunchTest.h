@@ -17,12 +17,20 @@ protected:
         Deployment::setCurrent({});
         declareApp();
     }
-    ~LaunchTest() override { UIApplication::sharedApplication().disconnectScene(m_scene); }
+    ~LaunchTest() override {
+        if (m_scene)
+            UIApplication::sharedApplication().disconnectScene(m_scene);
+    }
 
     void launch() {
         m_scene = UIApplication::sharedApplication().launch(m_delegate);
         m_stack = std::dynamic_pointer_cast<UINavigationController>(
             m_scene->delegate()->window()->rootViewController());
+    }
+    bool isPrinted(const std::string& line) const { return timesPrinted(line) > 0; }
+    long timesPrinted(const std::string& line) const {
+        const auto lines = m_host.lines();
+        return std::ranges::count(lines, line);
     }
     void activate() {
         m_scene->moveTo(UISceneActivationState::background);

@@ -1,11 +1,16 @@
 #include "Platform/AVFoundation/AVAudioSession.h"
+#include "Platform/Services/ALPrivacySettings.h"
 #include "Tests/App/LaunchTest.h"
 #include "Views/Title/TitleViewController.h"
 
 namespace anadrome {
 
-TEST_F(LaunchTest, BringsUpTheTitleScreenAndCountsActivations) {
+TEST_F(LaunchTest, BringsUpItsServicesThenTheTitleScreenAndCountsActivations) {
     launch();
+    EXPECT_TRUE(std::filesystem::exists(m_folder.file("state/anadrome/crashes")))
+        << "crashes are written down";
+    EXPECT_EQ(ALPrivacySettings::hasUserConsent(), true);
+    EXPECT_EQ(ALPrivacySettings::doNotSell(), true);
     EXPECT_EQ(preferences().integerForKey("resolutionIndexKey"), 1);
     EXPECT_EQ(AVAudioSession::sharedInstance().category(), AVAudioSessionCategoryPlayback);
     ASSERT_TRUE(m_stack);

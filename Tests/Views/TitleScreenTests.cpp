@@ -92,6 +92,9 @@ TEST_F(TitleScreenTest, SaysThatARecordingIsNowhereToBeFoundAndLeavesTheCameraUp
     const std::string message = "dialog " + NSLocalizedString("FailedToAccessAvasset");
     EXPECT_EQ(m_host.story(), (Story{"event title_camera", "camera", message}));
     EXPECT_TRUE(camera->presentingViewController());
+    std::dynamic_pointer_cast<UIAlertController>(camera->presentedViewController())->chooseAction(0);
+    camera->cancel();
+    EXPECT_EQ(m_host.story().back(), "gone camera");
     EXPECT_EQ(workFiles(), 0U);
 }
 

@@ -132,8 +132,8 @@ TEST_F(AnalyticsQueueTests, DropsOnlyWhatTheServerWillNeverTake) {
     const auto queue = started(m_world);
     for (const auto& [status, isDropped] : {std::pair(400, true),
                                             {413, true},
-                                            {499, true},
-                                            {408, false},
+                                            {422, true},
+                                            {404, false},
                                             {429, false},
                                             {500, false},
                                             {304, false}}) {
@@ -206,10 +206,4 @@ TEST_F(AnalyticsQueueTests, SendsOnceToAServerThatComesBack) {
     const json request = json::parse(server.requests().at(0));
     EXPECT_EQ(request.at("status"), 204);
     EXPECT_EQ(json::parse(request.at("body").get<std::string>()).at("events")[0].at("name"), "0");
-    // A server that doesn't know the address is as one that refuses.
-    server.stop();
-    hasFailed = false;
-    sendTo("/nowhere");
-    EXPECT_TRUE(runEventLoopUntil([&] { return server.requests().size() > 1; }));
-    EXPECT_EQ(server.requests().size(), 2U);
 }

@@ -69,7 +69,9 @@ TEST_F(FIRRemoteConfigTests, AsksAgainIfItsFileIsDamaged) {
     std::filesystem::create_directory(m_folder.file("anadrome"));
     for (const char* damage :
          {"[]", R"({"values": {}})", R"({"values": 1, "fetchedAtMilliseconds": 1795411717000})",
-          R"({"values": {}, "fetchedAtMilliseconds": "1795411717000"})"}) {
+          R"({"values": {}, "fetchedAtMilliseconds": "1795411717000"})",
+          R"({"values": {}, "fetchedAtMilliseconds": 9000000000000000000})",
+          R"({"values": {}, "fetchedAtMilliseconds": -1})"}) {
         std::ofstream(m_path) << damage;
         EXPECT_EQ(fetch(*made(), noNetwork), "2Too late.") << damage;
     }

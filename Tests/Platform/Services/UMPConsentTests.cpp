@@ -95,6 +95,10 @@ TEST_F(UMPConsentTest, TheStateFollowsTheServerUntilTheFormIsAnsweredAndOutlives
         bool mayPersonalise;
     };
     using enum UMPConsentStatus;
+    // What copies values level by level overflows its stack here.
+    const std::string levels(120'000, '['), ends(120'000, ']');
+    const std::string deepMessage = R"({"required": true, "message": )" + levels + ends + "}";
+    const std::string deepPurposes = R"({"required": true, "purposes": )" + levels + ends + "}";
     const Case cases[] = {
         {"", false, unknown, false, false},
         {saysNotRequired, true, notRequired, true, true},
@@ -105,6 +109,8 @@ TEST_F(UMPConsentTest, TheStateFollowsTheServerUntilTheFormIsAnsweredAndOutlives
         {R"({"required": true, "message": {"ja": "日本語だけ"}})", false, required, false, false},
         {R"({"required": true, "purposes": [{"id": "x"}]})", false, required, false, false},
         {R"({"required": true, "purposes": {}})", false, required, false, false},
+        {deepMessage.c_str(), false, required, false, false},
+        {deepPurposes.c_str(), false, required, false, false},
     };
     for (const Case& each : cases) {
         UMPConsentInformation session;
