@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Services/GADAppOpenAd.h"
-#include "Platform/Services/GADFullScreenContentDelegate.h"
+#include "Platform/Services/Ads/GADAppOpenAd.h"
+#include "Platform/Services/Ads/GADFullScreenContentDelegate.h"
 
 #include <chrono>
 #include <functional>

@@ -4,9 +4,9 @@
 #include "Platform/AVFoundation/AVAudioSession.h"
 #include "Platform/Foundation/NSUserDefaults.h"
 #include "Platform/Foundation/Print.h"
-#include "Platform/Services/ALPrivacySettings.h"
-#include "Platform/Services/FIRApp.h"
-#include "Platform/Services/FIRRemoteConfig.h"
+#include "Platform/Services/Ads/ALPrivacySettings.h"
+#include "Platform/Services/Measuring/FIRApp.h"
+#include "Platform/Services/Measuring/FIRRemoteConfig.h"
 
 namespace anadrome {
 

@@ -1,6 +1,6 @@
 #include "App/RemoteConfigClient.h"
 
-#include "Platform/Services/FIRRemoteConfig.h"
+#include "Platform/Services/Measuring/FIRRemoteConfig.h"
 
 namespace anadrome {
 

@@ -5,7 +5,7 @@
 #include "App/DeclareApp.h"
 #include "Platform/Foundation/NSUserDefaults.h"
 #include "Platform/Foundation/TemporaryDirectory.h"
-#include "Platform/Services/GADFullScreenAdViewController.h"
+#include "Platform/Services/Ads/GADFullScreenAdViewController.h"
 #include "Platform/UIKit/UIApplication.h"
 #include "Platform/UIKit/UIButton.h"
 #include "Platform/UIKit/UIDocumentPickerViewController.h"

@@ -3,7 +3,7 @@
 #include "Platform/Dispatch/DispatchQueue.h"
 #include "Platform/Foundation/NSUserDefaults.h"
 #include "Platform/Foundation/Print.h"
-#include "Platform/Services/GADAdSource.h"
+#include "Platform/Services/Ads/GADAdSource.h"
 #include "Platform/UIKit/UIAlertController.h"
 #include "Platform/UIKit/UIButton.h"
 #include "Platform/UIKit/UINavigationController.h"

@@ -3,7 +3,7 @@
 #include "Platform/Foundation/Print.h"
 #include "Platform/Foundation/SmallFile.h"
 #include "Platform/Foundation/UserFolders.h"
-#include "Platform/Services/HttpAddress.h"
+#include "Platform/Services/Http/HttpAddress.h"
 
 #include <algorithm>
 #include <mutex>

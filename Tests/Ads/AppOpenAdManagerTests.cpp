@@ -1,7 +1,7 @@
 #include "Ads/AppOpenAdManager.h"
 
 #include "Ads/AppOpenAdManagerDelegate.h"
-#include "Platform/Services/GADFullScreenAdViewController.h"
+#include "Platform/Services/Ads/GADFullScreenAdViewController.h"
 #include "Tests/Views/HeldAds.h"
 #include "Tests/Views/ScreenTest.h"
 

@@ -1,5 +1,5 @@
 #include "Platform/AVFoundation/AVAudioSession.h"
-#include "Platform/Services/ALPrivacySettings.h"
+#include "Platform/Services/Ads/ALPrivacySettings.h"
 #include "Tests/App/LaunchTest.h"
 #include "Views/Title/TitleViewController.h"
 

@@ -1,6 +1,6 @@
 // From the question for consent to the start of the ads.
 
-#include "Platform/Services/UMPConsentFormViewController.h"
+#include "Platform/Services/Consent/UMPConsentFormViewController.h"
 #include "Tests/App/LaunchTest.h"
 #include "Tests/Support/RawServer.h"
 

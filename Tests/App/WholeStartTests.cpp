@@ -1,7 +1,7 @@
 // A start, a job and a save, whatever the outside services do.
 
-#include "Platform/Services/GADFullScreenAdViewController.h"
-#include "Platform/Services/UMPConsentFormViewController.h"
+#include "Platform/Services/Ads/GADFullScreenAdViewController.h"
+#include "Platform/Services/Consent/UMPConsentFormViewController.h"
 #include "Platform/UIKit/UIDocumentPickerViewController.h"
 #include "Tests/App/LaunchTest.h"
 #include "Tests/Support/Certificate.h"

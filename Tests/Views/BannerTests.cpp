@@ -1,4 +1,4 @@
-#include "Platform/Services/GADBannerView.h"
+#include "Platform/Services/Ads/GADBannerView.h"
 #include "Platform/UIKit/UIScreen.h"
 #include "Tests/Views/HeldAds.h"
 #include "Tests/Views/ScreenTest.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Services/GADAdSource.h"
+#include "Platform/Services/Ads/GADAdSource.h"
 
 #include <deque>
 #include <vector>

@@ -1,5 +1,5 @@
 #include "Models/VideoFileManager.h"
-#include "Platform/Services/GADFullScreenAdViewController.h"
+#include "Platform/Services/Ads/GADFullScreenAdViewController.h"
 #include "Tests/Views/HeldAds.h"
 #include "Tests/Views/ScreenTest.h"
 

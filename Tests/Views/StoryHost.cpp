@@ -2,7 +2,7 @@
 
 #include "Platform/MessageUI/MFMailComposeViewController.h"
 #include "Platform/PhotosUI/PHPickerViewController.h"
-#include "Platform/Services/GADFullScreenAdViewController.h"
+#include "Platform/Services/Ads/GADFullScreenAdViewController.h"
 #include "Platform/StoreKit/SKStoreProductViewController.h"
 #include "Platform/UIKit/UIActivityViewController.h"
 #include "Platform/UIKit/UIDocumentPickerViewController.h"

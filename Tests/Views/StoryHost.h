@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Foundation/Print.h"
-#include "Platform/Services/FIRAnalytics.h"
+#include "Platform/Services/Measuring/FIRAnalytics.h"
 #include "Platform/UIKit/UIAlertController.h"
 #include "Tests/Support/RecordingHost.h"
 #include "Views/Common/ViewHelper.h"

@@ -1,8 +1,8 @@
 // The banner at the foot of the screen, which the Create button makes room for.
 
 #include "Platform/Foundation/NSUserDefaults.h"
+#include "Platform/Services/Ads/GADBannerView.h"
 #include "Platform/Services/Deployment.h"
-#include "Platform/Services/GADBannerView.h"
 #include "Platform/UIKit/NSLayoutConstraint.h"
 #include "Views/Edit/EditViewController.h"
 

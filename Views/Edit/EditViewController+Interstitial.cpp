@@ -2,7 +2,7 @@
 
 #include "Platform/Foundation/Print.h"
 #include "Platform/Services/Deployment.h"
-#include "Platform/Services/FIRAnalytics.h"
+#include "Platform/Services/Measuring/FIRAnalytics.h"
 #include "Views/Edit/EditViewController.h"
 
 namespace anadrome {

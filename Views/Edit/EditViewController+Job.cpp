@@ -10,7 +10,7 @@
 #include "Platform/Dispatch/DispatchQueue.h"
 #include "Platform/Foundation/NSUserDefaults.h"
 #include "Platform/Foundation/Print.h"
-#include "Platform/Services/FIRAnalytics.h"
+#include "Platform/Services/Measuring/FIRAnalytics.h"
 #include "Platform/UIKit/UISegmentedControl.h"
 #include "Platform/UIKit/UIStoryboard.h"
 #include "Views/Common/ViewHelper.h"

@@ -3,7 +3,7 @@
 #include "Models/VideoEncoder.h"
 #include "Platform/AVFoundation/AVPlayer.h"
 #include "Platform/Foundation/NSNotificationCenter.h"
-#include "Platform/Services/GADInterstitialAd.h"
+#include "Platform/Services/Ads/GADInterstitialAd.h"
 #include "Platform/UIKit/UIViewController.h"
 
 #include <optional>

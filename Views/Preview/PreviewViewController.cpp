@@ -9,7 +9,7 @@
 #include "Platform/Photos/PHAssetChangeRequest.h"
 #include "Platform/Photos/PHPhotoLibrary.h"
 #include "Platform/Photos/PHPhotosError.h"
-#include "Platform/Services/FIRAnalytics.h"
+#include "Platform/Services/Measuring/FIRAnalytics.h"
 #include "Platform/StoreKit/SKStoreReviewController.h"
 #include "Platform/UIKit/UIActivityViewController.h"
 #include "Platform/UIKit/UIApplication.h"

@@ -3,7 +3,7 @@
 #include "Platform/Foundation/NSBundle.h"
 #include "Platform/Foundation/Print.h"
 #include "Platform/Services/Deployment.h"
-#include "Platform/Services/FIRAnalytics.h"
+#include "Platform/Services/Measuring/FIRAnalytics.h"
 #include "Platform/UIKit/UIActivityViewController.h"
 #include "Platform/UIKit/UIAlertController.h"
 #include "Platform/UIKit/UIApplication.h"

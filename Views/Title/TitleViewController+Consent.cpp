@@ -3,10 +3,10 @@
 #include "Ads/AppOpenAdManager.h"
 #include "Platform/Dispatch/DispatchQueue.h"
 #include "Platform/Foundation/Print.h"
+#include "Platform/Services/Ads/GADMobileAds.h"
+#include "Platform/Services/Consent/UMPConsentForm.h"
+#include "Platform/Services/Consent/UMPConsentInformation.h"
 #include "Platform/Services/Deployment.h"
-#include "Platform/Services/GADMobileAds.h"
-#include "Platform/Services/UMPConsentForm.h"
-#include "Platform/Services/UMPConsentInformation.h"
 #include "Views/Title/TitleViewController.h"
 
 namespace anadrome {

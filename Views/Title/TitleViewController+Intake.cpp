@@ -6,7 +6,7 @@
 #include "Platform/Foundation/NSFileManager.h"
 #include "Platform/Foundation/NSProcessInfo.h"
 #include "Platform/Foundation/Print.h"
-#include "Platform/Services/FIRAnalytics.h"
+#include "Platform/Services/Measuring/FIRAnalytics.h"
 #include "Platform/UIKit/UINavigationController.h"
 #include "Platform/UIKit/UIStoryboard.h"
 #include "Platform/UniformTypeIdentifiers/UTType.h"

@@ -6,7 +6,7 @@
 #include "Platform/Foundation/NSUserDefaults.h"
 #include "Platform/Foundation/Print.h"
 #include "Platform/Services/Deployment.h"
-#include "Platform/Services/FIRAnalytics.h"
+#include "Platform/Services/Measuring/FIRAnalytics.h"
 #include "Platform/StoreKit/SKStoreProductViewController.h"
 #include "Platform/UIKit/UIActivityViewController.h"
 #include "Platform/UIKit/UIButton.h"

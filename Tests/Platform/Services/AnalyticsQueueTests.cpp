@@ -1,9 +1,9 @@
-#include "Platform/Services/AnalyticsQueue.h"
+#include "Platform/Services/Measuring/AnalyticsQueue.h"
 
 #include "Platform/Services/Deployment.h"
-#include "Platform/Services/FIRAnalytics.h"
-#include "Platform/Services/FIRApp.h"
-#include "Platform/Services/FIRRemoteConfig.h"
+#include "Platform/Services/Measuring/FIRAnalytics.h"
+#include "Platform/Services/Measuring/FIRApp.h"
+#include "Platform/Services/Measuring/FIRRemoteConfig.h"
 #include "Tests/Platform/Services/HandWorld.h"
 #include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/ReferenceServer.h"

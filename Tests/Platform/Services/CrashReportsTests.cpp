@@ -1,4 +1,4 @@
-#include "Platform/Services/CrashReports.h"
+#include "Platform/Services/Measuring/CrashReports.h"
 
 #include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/ScratchFolder.h"

@@ -1,4 +1,4 @@
-#include "Platform/Services/EventFile.h"
+#include "Platform/Services/Measuring/EventFile.h"
 
 #include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/ScratchFolder.h"

@@ -1,4 +1,4 @@
-#include "Platform/Services/FIRAnalytics.h"
+#include "Platform/Services/Measuring/FIRAnalytics.h"
 
 #include <gtest/gtest.h>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "Platform/Services/FIRRemoteConfig.h"
+#include "Platform/Services/Measuring/FIRRemoteConfig.h"
 
 #include "Tests/Platform/Services/HandWorld.h"
 #include "Tests/Support/ReferenceServer.h"

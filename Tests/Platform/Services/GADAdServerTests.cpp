@@ -1,9 +1,9 @@
-#include "Platform/Services/GADAdServer.h"
+#include "Platform/Services/Ads/GADAdServer.h"
 
-#include "Platform/Services/ALPrivacySettings.h"
+#include "Platform/Services/Ads/ALPrivacySettings.h"
+#include "Platform/Services/Ads/GADAdAnswer.h"
+#include "Platform/Services/Ads/GADMobileAds.h"
 #include "Platform/Services/Deployment.h"
-#include "Platform/Services/GADAdAnswer.h"
-#include "Platform/Services/GADMobileAds.h"
 #include "Tests/Support/EventLoop.h"
 #include "Tests/Support/RawServer.h"
 #include "Tests/Support/ReferenceServer.h"

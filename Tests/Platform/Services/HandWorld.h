@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Services/ServiceWorld.h"
+#include "Platform/Services/Measuring/ServiceWorld.h"
 #include "Tests/Support/EventLoop.h"
 
 #include <deque>

@@ -1,4 +1,4 @@
-#include "Platform/Services/HttpClient.h"
+#include "Platform/Services/Http/HttpClient.h"
 #include "Tests/Support/Certificate.h"
 #include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/EventLoop.h"
