@@ -27,6 +27,12 @@ protected:
         m_stack = std::dynamic_pointer_cast<UINavigationController>(
             m_scene->delegate()->window()->rootViewController());
     }
+    /// Taps the button of the form that is shown.
+    void acceptConsent() const {
+        for (const auto& view : m_stack->presentedViewController()->view()->subviews())
+            if (view->accessibilityIdentifier() == "consentAccept")
+                return std::dynamic_pointer_cast<UIButton>(std::shared_ptr(view))->tap();
+    }
     bool isPrinted(const std::string& line) const { return timesPrinted(line) > 0; }
     long timesPrinted(const std::string& line) const {
         const auto lines = m_host.lines();

@@ -38,14 +38,10 @@ const struct Row {
 class StartSequenceTest : public LaunchTest, public testing::WithParamInterface<Row> {
 protected:
     void takeWay() {
-        const auto form = presented<UMPConsentFormViewController>();
         if (GetParam().way == Way::closeWithoutAnswer)
             m_stack->dismissViewControllerAnimated(false);
-        if (GetParam().way != Way::accept)
-            return;
-        for (const auto& view : form->view()->subviews())
-            if (view->accessibilityIdentifier() == "consentAccept")
-                return std::dynamic_pointer_cast<UIButton>(view)->tap();
+        if (GetParam().way == Way::accept)
+            acceptConsent();
     }
     std::vector<std::string> told() const {
         std::vector<std::string> told;

@@ -121,9 +121,7 @@ TEST_F(WholeStartTest, WithAServerConsentAdsAndEventsComeAndNothingOfTheClipLeav
     deploy(server.address("/"));
     start();
     EXPECT_TRUE(waitUntil([&] { return presented<UMPConsentFormViewController>() != nullptr; }));
-    for (const auto& view : m_stack->presentedViewController()->view()->subviews())
-        if (view->accessibilityIdentifier() == "consentAccept")
-            std::dynamic_pointer_cast<UIButton>(view)->tap();
+    acceptConsent();
     EXPECT_TRUE(waitUntil([&] { return isPrinted("App open ad loaded successfully."); }));
     EXPECT_TRUE(waitUntil([&] { return isPrinted("Remote config successfully fetched & activated!"); }));
     activate();
@@ -159,7 +157,9 @@ TEST_F(WholeStartTest, WithAServerConsentAdsAndEventsComeAndNothingOfTheClipLeav
 TEST_F(WholeStartTest, WithoutADeploymentNothingIsAsked) {
     runWholeStart();
     EXPECT_FALSE(m_host.tells("ad"));
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(m_folder.path() / "state"))
+    std::error_code nothing;
+    for (const auto& entry :
+         std::filesystem::recursive_directory_iterator(m_folder.path() / "state", nothing))
         EXPECT_TRUE(entry.is_directory()) << "nothing is noted: " << entry.path();
 }
 
