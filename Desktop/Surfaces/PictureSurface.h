@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Platform/AVFoundation/PictureSink.h"
+
+#include <QPointer>
+#include <QVideoSink>
+
+namespace anadrome {
+
+/// Shows a player's pictures on a video sink, such as that of a VideoOutput. Each picture is copied once, so
+/// its buffer is free again when show() returns. Main thread only.
+///
+/// A frame has square pixels: a VideoOutput is to be given the shape of the upright natural size, and to
+/// stretch what it shows. A frame's start time is the picture's time in microseconds.
+class PictureSurface : public PictureSink {
+public:
+    /// The sink stays its owner's, and may go first: then pictures go nowhere.
+    explicit PictureSurface(QVideoSink* sink) : m_sink(sink) {}
+
+    void show(const ShownPicture& picture) override;
+
+private:
+    const QPointer<QVideoSink> m_sink;
+};
+
+} // namespace anadrome
