@@ -9,17 +9,6 @@ namespace anadrome {
 
 namespace {
 
-QVideoFrameFormat::PixelFormat pixelFormatOf(const CVPixelBufferRef& pixels) {
-    switch (CVPixelBufferGetPixelFormatType(pixels)) {
-    case kCVPixelFormatType_420YpCbCr8BiPlanarVideoRange:
-        return QVideoFrameFormat::Format_NV12;
-    case kCVPixelFormatType_420YpCbCr10BiPlanarVideoRange:
-        return QVideoFrameFormat::Format_P010;
-    default:
-        return QVideoFrameFormat::Format_Invalid;
-    }
-}
-
 /// What pictures without a matrix are taken to be made with goes by the stored size, as everywhere else. The
 /// decoder scales down to an eighth at the least, so the size of these pixels wouldn't do.
 QVideoFrameFormat::ColorSpace colorSpaceOf(const Dictionary& attachments, CGSize naturalSize) {
@@ -49,13 +38,30 @@ QVideoFrameFormat::ColorTransfer colorTransferOf(const Dictionary& attachments) 
     return QVideoFrameFormat::ColorTransfer_BT709;
 }
 
+/// A window keeps the first shader that it made for a pixel format, whatever the later pictures' transfer
+/// function. So ten bits of standard and of high dynamic range go by two names of one layout.
+QVideoFrameFormat::PixelFormat pixelFormatFor(OSType format, QVideoFrameFormat::ColorTransfer transfer) {
+    switch (format) {
+    case kCVPixelFormatType_420YpCbCr8BiPlanarVideoRange:
+        return QVideoFrameFormat::Format_NV12;
+    case kCVPixelFormatType_420YpCbCr10BiPlanarVideoRange:
+        return transfer == QVideoFrameFormat::ColorTransfer_STD_B67 ||
+                       transfer == QVideoFrameFormat::ColorTransfer_ST2084
+                   ? QVideoFrameFormat::Format_P010
+                   : QVideoFrameFormat::Format_P016;
+    default:
+        return QVideoFrameFormat::Format_Invalid;
+    }
+}
+
 QVideoFrameFormat formatOf(const ShownPicture& picture) {
     const QSize size(static_cast<int>(CVPixelBufferGetWidth(picture.pixels)),
                      static_cast<int>(CVPixelBufferGetHeight(picture.pixels)));
     const Dictionary attachments = CVBufferCopyAttachments(picture.pixels, kCVAttachmentMode_ShouldPropagate);
-    QVideoFrameFormat format(size, pixelFormatOf(picture.pixels));
+    const QVideoFrameFormat::ColorTransfer transfer = colorTransferOf(attachments);
+    QVideoFrameFormat format(size, pixelFormatFor(CVPixelBufferGetPixelFormatType(picture.pixels), transfer));
     format.setColorSpace(colorSpaceOf(attachments, picture.naturalSize));
-    format.setColorTransfer(colorTransferOf(attachments));
+    format.setColorTransfer(transfer);
     format.setColorRange(QVideoFrameFormat::ColorRange_Video);
     return format;
 }
@@ -89,12 +95,12 @@ bool copyPixels(const CVPixelBufferRef& pixels, QVideoFrame& frame) {
     return true;
 }
 
-/// Mirrored left to right first, and then turned clockwise.
+/// Turned clockwise first, and then mirrored left to right: a VideoOutput's order.
 void turn(QVideoFrame& frame, const CGAffineTransform& t) {
     const bool mirrored = t.a * t.d < t.b * t.c;
-    // Where the picture's right edge points, before it was mirrored.
+    // Where the picture's right edge points before it is mirrored.
     const double right = mirrored ? -t.a : t.a;
-    const double down = mirrored ? -t.b : t.b;
+    const double down = t.b;
     frame.setMirrored(mirrored);
     if (std::abs(right) >= std::abs(down))
         frame.setRotationAngle(right > 0 ? QVideoFrame::Rotation0 : QVideoFrame::Rotation180);

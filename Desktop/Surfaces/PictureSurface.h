@@ -10,8 +10,12 @@ namespace anadrome {
 /// Shows a player's pictures on a video sink, such as that of a VideoOutput. Each picture is copied once, so
 /// its buffer is free again when show() returns. Main thread only.
 ///
-/// A frame has square pixels: a VideoOutput is to be given the shape of the upright natural size, and to
-/// stretch what it shows. A frame's start time is the picture's time in microseconds.
+/// A VideoOutput of the library has three limits. It knows square pixels only, so it is to be given the shape
+/// of the upright natural size and to stretch what it shows. It turns pictures as the first one told, so
+/// every clip wants a VideoOutput of its own. And a window that has shown HLG shows PQ as if it were HLG, and
+/// the other way round.
+///
+/// A frame's start time is the picture's time in microseconds.
 class PictureSurface : public PictureSink {
 public:
     /// The sink stays its owner's, and may go first: then pictures go nowhere.

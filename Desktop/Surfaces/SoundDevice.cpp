@@ -14,8 +14,8 @@ namespace anadrome {
 
 namespace {
 
-/// Twice the room that a feed sixty times a second needs at the least.
-constexpr int bufferedMilliseconds = 400;
+/// A sound server takes up to half of it away at a time, and what is heard may go in such steps at first.
+constexpr int bufferedMilliseconds = 240;
 
 /// Objects of the sound library run the event loop when they go. That must not happen below somebody who
 /// only lets go of a stretch of sound, so it is left to the event loop.

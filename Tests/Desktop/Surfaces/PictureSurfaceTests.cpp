@@ -58,12 +58,12 @@ QVideoFrame shown(const ShownPicture& picture) {
     return sink.videoFrame();
 }
 
-/// Where Qt shows a point of the frame: mirrored left to right, then turned clockwise.
-RelativePoint shownByQt(const QVideoFrame& frame, RelativePoint point) {
-    if (frame.mirrored())
-        point.x = 1 - point.x;
+/// Where a VideoOutput shows a point of the frame: turned clockwise, then mirrored left to right.
+RelativePoint shownByVideoOutput(const QVideoFrame& frame, RelativePoint point) {
     for (int angle = 0; angle < frame.rotationAngle(); angle += 90)
         point = {1 - point.y, point.x};
+    if (frame.mirrored())
+        point.x = 1 - point.x;
     return point;
 }
 
@@ -78,9 +78,9 @@ TEST(PictureSurface, ShowsThePixelsInTheFormatOfTheBuffer) {
     constexpr OSType eight = kCVPixelFormatType_420YpCbCr8BiPlanarVideoRange;
     constexpr OSType ten = kCVPixelFormatType_420YpCbCr10BiPlanarVideoRange;
     for (const Case& c : {Case{64, 36, eight, QVideoFrameFormat::Format_NV12},
-                          Case{64, 36, ten, QVideoFrameFormat::Format_P010},
+                          Case{64, 36, ten, QVideoFrameFormat::Format_P016},
                           Case{70, 38, eight, QVideoFrameFormat::Format_NV12},
-                          Case{70, 38, ten, QVideoFrameFormat::Format_P010},
+                          Case{70, 38, ten, QVideoFrameFormat::Format_P016},
                           Case{2, 2, eight, QVideoFrameFormat::Format_NV12}}) {
         SCOPED_TRACE(std::to_string(c.width) + " wide");
         const CVPixelBufferRef pixels = patternedPixels(c.width, c.height, c.format);
@@ -108,18 +108,19 @@ TEST(PictureSurface, TellsTheColourOfThePicture) {
         const char* transfer;
         Format::ColorSpace space;
         Format::ColorTransfer curve;
+        Format::PixelFormat pixels;
     };
     const Case cases[] = {
         {kCVImageBufferYCbCrMatrix_ITU_R_601_4, kCVImageBufferTransferFunction_ITU_R_709_2,
-         Format::ColorSpace_BT601, Format::ColorTransfer_BT709},
+         Format::ColorSpace_BT601, Format::ColorTransfer_BT709, Format::Format_P016},
         {kCVImageBufferYCbCrMatrix_ITU_R_709_2, kCVImageBufferTransferFunction_ITU_R_709_2,
-         Format::ColorSpace_BT709, Format::ColorTransfer_BT709},
+         Format::ColorSpace_BT709, Format::ColorTransfer_BT709, Format::Format_P016},
         {kCVImageBufferYCbCrMatrix_ITU_R_2020, kCVImageBufferTransferFunction_ITU_R_2020,
-         Format::ColorSpace_BT2020, Format::ColorTransfer_BT709},
+         Format::ColorSpace_BT2020, Format::ColorTransfer_BT709, Format::Format_P016},
         {kCVImageBufferYCbCrMatrix_ITU_R_2020, kCVImageBufferTransferFunction_ITU_R_2100_HLG,
-         Format::ColorSpace_BT2020, Format::ColorTransfer_STD_B67},
+         Format::ColorSpace_BT2020, Format::ColorTransfer_STD_B67, Format::Format_P010},
         {kCVImageBufferYCbCrMatrix_ITU_R_2020, kCVImageBufferTransferFunction_SMPTE_ST_2084_PQ,
-         Format::ColorSpace_BT2020, Format::ColorTransfer_ST2084},
+         Format::ColorSpace_BT2020, Format::ColorTransfer_ST2084, Format::Format_P010},
     };
     for (const Case& c : cases) {
         const QVideoFrameFormat format =
@@ -128,6 +129,7 @@ TEST(PictureSurface, TellsTheColourOfThePicture) {
                 .surfaceFormat();
         EXPECT_EQ(format.colorSpace(), c.space) << c.matrix;
         EXPECT_EQ(format.colorTransfer(), c.curve) << c.transfer;
+        EXPECT_EQ(format.pixelFormat(), c.pixels) << c.transfer;
         EXPECT_EQ(format.colorRange(), QVideoFrameFormat::ColorRange_Video);
     }
 }
@@ -150,7 +152,7 @@ TEST(PictureSurface, TurnsAndMirrorsThePicture) {
         const QVideoFrame frame = shown(picture);
         for (const RelativePoint corner : {RelativePoint{0, 0}, RelativePoint{1, 0}, RelativePoint{0, 1}}) {
             const RelativePoint expected = testing_support::shownAt(orientation, corner);
-            const RelativePoint actual = shownByQt(frame, corner);
+            const RelativePoint actual = shownByVideoOutput(frame, corner);
             EXPECT_EQ(actual.x, expected.x) << corner.x << ' ' << corner.y;
             EXPECT_EQ(actual.y, expected.y) << corner.x << ' ' << corner.y;
         }
