@@ -1,0 +1,61 @@
+import QtQuick
+import Anadrome
+
+// Play, time, seek and volume of a movie, on black.
+Item {
+    id: controls
+
+    required property MoviePlayer movie
+    property bool wasPlaying: false
+
+    implicitHeight: 52
+
+    IconButton {
+        id: play
+        objectName: "playButton"
+        anchors { left: parent.left; leftMargin: Theme.near; verticalCenter: parent.verticalCenter }
+        name: Texts.of("PlayOrPause")
+        symbol: controls.movie.playing ? "pause" : "play"
+        ink: Theme.pictureInk
+        hoveredFill: "#33FFFFFF"
+        onClicked: controls.movie.toggle()
+    }
+    SeekBar {
+        objectName: "movieSeekBar"
+        anchors { left: play.right; right: mute.left; margins: Theme.near; verticalCenter: parent.verticalCenter }
+        to: controls.movie.duration
+        value: controls.movie.position
+        step: 0.5
+        fill: "#2CC4B5"
+        ink: "#C9CDD4"
+        onTaken: {
+            controls.wasPlaying = controls.movie.playing
+            controls.movie.pause()
+        }
+        onMoved: value => controls.movie.seek(value)
+        onLetGo: if (controls.wasPlaying) controls.movie.toggle()
+    }
+    IconButton {
+        id: mute
+        anchors { right: volume.left; verticalCenter: parent.verticalCenter }
+        name: Texts.of("Sound")
+        symbol: controls.movie.muted ? "mute" : "volume"
+        ink: Theme.pictureInk
+        hoveredFill: "#33FFFFFF"
+        onClicked: controls.movie.muted = !controls.movie.muted
+    }
+    Slide {
+        id: volume
+        visible: controls.width >= 560
+        width: visible ? 110 : 0
+        anchors { right: parent.right; rightMargin: Theme.near; verticalCenter: parent.verticalCenter }
+        value: controls.movie.volume
+        fill: "#C9CDD4"
+        groove: "#3A404C"
+        knob: "#F2F3F5"
+        step: 0.05
+        name: Texts.of("Volume")
+        valueText: Math.round(value * 100) + "%"
+        onMoved: value => controls.movie.volume = value
+    }
+}
