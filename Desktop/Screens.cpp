@@ -5,6 +5,7 @@
 #include "Desktop/PickerScreens.h"
 #include "Desktop/PreviewScreen.h"
 #include "Desktop/ShareScreen.h"
+#include "Desktop/TitleScreen.h"
 #include "Platform/MessageUI/MFMailComposeViewController.h"
 #include "Platform/PhotosUI/PHPickerViewController.h"
 #include "Platform/Services/GADFullScreenAdViewController.h"
@@ -42,7 +43,7 @@ constexpr Kind kind(const char* name) {
 }
 
 constexpr Kind kinds[] = {
-    kind<TitleViewController>("Title"),
+    kind<TitleViewController, TitleScreen>("Title"),
     kind<EditViewController>("Edit"),
     kind<PreviewViewController, PreviewScreen>("Preview"),
     kind<SettingsViewController, SettingsScreen>("Settings"),

@@ -57,23 +57,27 @@ Column {
     Item {
         width: parent.width
         height: Theme.touch
+        Label { id: container; anchors.verticalCenter: parent.verticalCenter; text: Texts.of("FileType") }
         Segments {
             objectName: "fileTypeSegmentedControl"
-            width: 132
+            anchors.right: parent.right
+            width: 148
             view: controls.screen.view("fileTypeSegmentedControl")
-            name: Texts.of("FileType")
+            name: container.text
         }
+    }
+    Item {
+        width: parent.width
+        height: Math.max(Theme.touch, keep.implicitHeight)
         Label {
             id: keep
             view: controls.screen.view("exifLabel")
-            anchors { left: parent.left; leftMargin: 132 + Theme.gap; right: exif.left; rightMargin: 12
-                      verticalCenter: parent.verticalCenter }
-            horizontalAlignment: Text.AlignRight
+            anchors { left: parent.left; right: exif.left; rightMargin: 12; verticalCenter: parent.verticalCenter }
         }
         Toggle {
             id: exif
             objectName: "exifSwitch"
-            anchors.right: parent.right
+            anchors { right: parent.right; verticalCenter: parent.verticalCenter }
             view: controls.screen.view("exifSwitch")
             text: keep.text
         }

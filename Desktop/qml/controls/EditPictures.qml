@@ -19,7 +19,7 @@ Pictures {
         width: 88
         height: 88
         radius: 44
-        color: "#80000000"
+        color: Theme.sign
         opacity: pictures.icon.alpha
         visible: opacity > 0 && pictures.icon.symbol !== ""
         Icon {

@@ -6,8 +6,15 @@ Item {
     id: controls
 
     required property MoviePlayer movie
+    // Where it runs backward and where forward, in its order: maps with "end", from 0 to 1, and "backward".
+    property var stretches: []
+    // The one that is shown.
+    readonly property var present: stretches.find(stretch => movie.position <= stretch.end * movie.duration)
     property bool wasPlaying: false
 
+    function colour(stretch) {
+        return stretch.backward ? Theme.pictureBackward : Theme.pictureForward
+    }
     implicitHeight: 52
 
     IconButton {
@@ -17,7 +24,7 @@ Item {
         name: Texts.of("PlayOrPause")
         symbol: controls.movie.playing ? "pause" : "play"
         ink: Theme.pictureInk
-        hoveredFill: "#33FFFFFF"
+        hoveredFill: Theme.pictureHovered
         onClicked: controls.movie.toggle()
     }
     SeekBar {
@@ -26,8 +33,10 @@ Item {
         to: controls.movie.duration
         value: controls.movie.position
         step: 0.5
-        fill: "#2CC4B5"
-        ink: "#C9CDD4"
+        fill: controls.present ? controls.colour(controls.present) : Theme.pictureForward
+        groove: Theme.pictureGroove
+        stretches: controls.stretches.map(stretch => ({ end: stretch.end, color: controls.colour(stretch) }))
+        ink: Theme.pictureSecondary
         onTaken: {
             controls.wasPlaying = controls.movie.playing
             controls.movie.pause()
@@ -41,7 +50,7 @@ Item {
         name: Texts.of("Sound")
         symbol: controls.movie.muted ? "mute" : "volume"
         ink: Theme.pictureInk
-        hoveredFill: "#33FFFFFF"
+        hoveredFill: Theme.pictureHovered
         onClicked: controls.movie.muted = !controls.movie.muted
     }
     Slide {
@@ -50,9 +59,9 @@ Item {
         width: visible ? 110 : 0
         anchors { right: parent.right; rightMargin: Theme.near; verticalCenter: parent.verticalCenter }
         value: controls.movie.volume
-        fill: "#C9CDD4"
-        groove: "#3A404C"
-        knob: "#F2F3F5"
+        fill: Theme.pictureSecondary
+        groove: Theme.pictureGroove
+        knob: Theme.hudText
         step: 0.05
         name: Texts.of("Volume")
         valueText: Math.round(value * 100) + "%"

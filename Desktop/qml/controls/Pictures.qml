@@ -18,7 +18,7 @@ Rectangle {
             view.leave()
     }
 
-    color: "#000000"
+    color: Theme.stage
     clip: true
     onIsSeenChanged: join()
     Component.onCompleted: join()

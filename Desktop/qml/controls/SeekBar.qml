@@ -10,6 +10,8 @@ Item {
     property alias value: slide.value
     property alias fill: slide.fill
     property alias step: slide.step
+    property alias groove: slide.groove
+    property alias stretches: slide.stretches
     property color ink: Theme.secondary
 
     signal taken

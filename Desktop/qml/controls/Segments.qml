@@ -45,16 +45,16 @@ Rectangle {
                 Accessible.checked: chosen
                 background: Rectangle {
                     radius: Theme.controlRadius - 3
-                    color: segment.chosen ? (Theme.dark ? "#3A404C" : Theme.surface) : "transparent"
+                    color: segment.chosen ? Theme.chosen : "transparent"
                     border.width: segment.chosen ? 1 : 0
-                    border.color: Theme.dark ? "#4A5160" : Theme.line
+                    border.color: Theme.chosenEdge
                     FocusRing { of: segment; anchors.margins: 0; radius: parent.radius }
                 }
                 contentItem: Text {
                     text: control.coloured(segment.text)
                     textFormat: Text.StyledText
                     color: segment.chosen ? Theme.text : Theme.secondary
-                    font.pixelSize: Theme.textSize
+                    font.pixelSize: /[◁▷]/.test(segment.text) ? Theme.headSize : Theme.textSize
                     font.weight: segment.chosen ? Font.DemiBold : Font.Normal
                     horizontalAlignment: Text.AlignHCenter
                     verticalAlignment: Text.AlignVCenter

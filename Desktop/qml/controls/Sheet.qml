@@ -50,12 +50,11 @@ FocusScope {
                 onClicked: sheet.closed()
             }
         }
-        Flickable {
+        ScrollPlace {
             anchors { left: parent.left; right: parent.right; top: head.bottom; bottom: parent.bottom
                       leftMargin: Theme.gap; rightMargin: Theme.gap; bottomMargin: Theme.cardRadius }
             contentHeight: inside.implicitHeight
             clip: true
-            boundsBehavior: Flickable.StopAtBounds
             Column {
                 id: inside
                 width: parent.width

@@ -10,8 +10,10 @@ Item {
     property real value: 0
     property real step: (to - from) / 100
     property color fill: Theme.backward
-    property color groove: Theme.dark ? "#3A404C" : "#D5D6D9"
-    property color knob: Theme.dark ? "#F2F3F5" : "#FFFFFF"
+    property color groove: Theme.groove
+    property color knob: Theme.knob
+    // Parts of the track in colours of their own: maps with "end", from 0 to 1, and "color"; none for one colour.
+    property var stretches: []
     property bool isMarkedInMiddle: false
     property string name
     property string valueText
@@ -75,6 +77,26 @@ Item {
             height: parent.height
             radius: 2
             color: control.fill
+            visible: control.stretches.length === 0
+        }
+        Repeater {
+            model: control.stretches
+            Item {
+                id: stretch
+                required property int index
+                required property var modelData
+                readonly property real begin: index > 0 ? control.stretches[index - 1].end : 0
+                x: track.width * begin
+                width: track.width * (modelData.end - begin)
+                height: track.height
+                Rectangle { anchors.fill: parent; radius: 2; color: stretch.modelData.color; opacity: 0.4 }
+                Rectangle {
+                    width: Math.min(parent.width, Math.max(0, track.width * control.part - stretch.x))
+                    height: parent.height
+                    radius: 2
+                    color: stretch.modelData.color
+                }
+            }
         }
     }
     Rectangle {

@@ -53,6 +53,8 @@ Item {
         value: control.view.value
         fill: control.fill
         opacity: control.view.alpha
+        // As one picture, or the track would be seen through the thumb.
+        layer.enabled: opacity < 1
         enabled: control.view.enabled
         isMarkedInMiddle: true
         name: control.caption.text

@@ -25,7 +25,7 @@ T.AbstractButton {
             width: 50
             height: 30
             radius: 15
-            color: control.view.on ? Theme.forward : (Theme.dark ? "#3A404C" : "#C9CBCF")
+            color: control.view.on ? Theme.forward : Theme.off
             Behavior on color { ColorAnimation { duration: Theme.appear } }
             FocusRing { of: control; radius: 18 }
             Rectangle {
@@ -34,7 +34,7 @@ T.AbstractButton {
                 radius: 12
                 y: 3
                 x: control.view.on ? 23 : 3
-                color: "#FFFFFF"
+                color: Theme.pictureInk
                 Behavior on x { NumberAnimation { duration: Theme.move; easing.type: Easing.OutCubic } }
             }
         }

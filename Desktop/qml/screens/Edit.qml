@@ -40,7 +40,7 @@ FocusScope {
         width: edit.isWide ? edit.width - Theme.controlColumn : edit.width
         height: edit.isWide ? edit.height - bar.height
                             : Math.min(most, width / edit.player.aspect + seek.height)
-        color: "#000000"
+        color: Theme.stage
 
         EditPictures {
             objectName: "playerView"
@@ -58,8 +58,9 @@ FocusScope {
             to: edit.seekBar.to
             value: edit.seekBar.value
             step: edit.frame
-            fill: "#F5A524"
-            ink: "#C9CDD4"
+            fill: Theme.pictureBackward
+            groove: Theme.pictureGroove
+            ink: Theme.pictureSecondary
             onTaken: edit.seekBar.press()
             onMoved: value => edit.seekBar.moveTo(value)
             onLetGo: edit.seekBar.release()
@@ -67,7 +68,7 @@ FocusScope {
         }
     }
 
-    Flickable {
+    ScrollPlace {
         id: scroll
         anchors {
             left: edit.isWide ? preview.right : parent.left
@@ -75,9 +76,7 @@ FocusScope {
             top: edit.isWide ? bar.bottom : preview.bottom
             bottom: foot.top
         }
-        contentWidth: width
         contentHeight: controls.implicitHeight + 2 * Theme.gap
-        boundsBehavior: Flickable.StopAtBounds
         clip: true
         EditControls {
             id: controls

@@ -5,7 +5,7 @@ import Anadrome
 FocusScope {
     id: preview
 
-    required property ShownScreen screen
+    required property PreviewScreen screen
     required property DesktopHost host
     property bool isSeen: true
     readonly property bool isWide: width >= Theme.wideFrom
@@ -28,7 +28,7 @@ FocusScope {
         id: stage
         anchors { left: parent.left; top: bar.bottom; bottom: preview.isWide ? parent.bottom : doings.top
                   right: preview.isWide ? doings.left : parent.right }
-        color: "#000000"
+        color: Theme.stage
 
         Pictures {
             objectName: "moviePlayer"
@@ -41,6 +41,7 @@ FocusScope {
             id: controls
             anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
             movie: preview.movie
+            stretches: preview.screen.stretches
         }
     }
 

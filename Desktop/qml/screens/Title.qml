@@ -5,7 +5,7 @@ import Anadrome
 FocusScope {
     id: title
 
-    required property ShownScreen screen
+    required property TitleScreen screen
     required property DesktopHost host
     property bool isSeen: true
     readonly property bool isWide: width >= Theme.wideFrom
@@ -13,11 +13,9 @@ FocusScope {
 
     focus: true
 
-    Flickable {
+    ScrollPlace {
         anchors.fill: parent
-        contentWidth: width
         contentHeight: Math.max(height, column.implicitHeight + 2 * Theme.edge)
-        boundsBehavior: Flickable.StopAtBounds
 
         Column {
             id: column
@@ -89,6 +87,11 @@ FocusScope {
                 width: Math.min(parent.width, 520)
                 view: title.screen.view("videoQualitySegmentedControl")
                 name: quality.text
+            }
+            AppStrip {
+                width: parent.width
+                visible: title.screen.offersApps
+                screen: title.screen
             }
             Item { width: 1; height: Theme.near }
             PushButton {

@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const ClipOptions shortClip{.width = 128, .height = 96, .frames = 30};
+const ClipOptions shortClip{.width = 128, .height = 72, .frames = 30};
 
 double luminance(const QColor& colour) {
     const auto linear = [](double c) {
@@ -60,7 +60,7 @@ TEST_F(WindowTest, AClipIsOpenedSpedUpMadeAndSavedByMouseAlone) {
 }
 
 TEST_F(WindowTest, KeysPlayPauseAndStepThePreview) {
-    openClip(clip("clip.mp4", {.width = 128, .height = 96, .frames = 300}));
+    openClip(clip("clip.mp4", {.width = 128, .height = 72, .frames = 300}));
     auto& icon = view<ImageItem>("playPauseButtonImageView");
     auto& bar = view<SliderItem>("videoSeekBar");
     press(Qt::Key_Space);
