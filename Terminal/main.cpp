@@ -1,4 +1,5 @@
 #include "Platform/Foundation/Print.h"
+#include "Platform/Foundation/ProcessSetUp.h"
 #include "Platform/Foundation/TemporaryDirectory.h"
 #include "Terminal/CommandLine.h"
 #include "Terminal/ExitCode.h"
@@ -7,10 +8,7 @@
 #include "Terminal/ReverseCommand.h"
 
 #include <QCoreApplication>
-#include <clocale>
-#include <csignal>
 #include <iostream>
-#include <malloc.h>
 
 namespace {
 
@@ -46,16 +44,9 @@ int run(const Options& options) {
 } // namespace
 
 int main(int argc, char** argv) {
-    TemporaryDirectory::finishRemovalIfAsked(argc, argv);
-    // A full disk, a file-size limit and a reader that went away are errors of the write, not the end of the
-    // program.
-    std::signal(SIGXFSZ, SIG_IGN);
-    std::signal(SIGPIPE, SIG_IGN);
-    // Many threads allocate pictures, and every heap keeps what its threads gave back.
-    ::mallopt(M_ARENA_MAX, 2);
+    setUpProcess(argc, argv);
     QCoreApplication application(argc, argv);
-    // Numbers on the command line and in messages have a point, in whatever country.
-    std::setlocale(LC_NUMERIC, "C");
+    setUpNumbers();
     const auto parsed = parseCommandLine(argc, argv);
     if (const int* exitCode = std::get_if<int>(&parsed))
         return *exitCode;

@@ -21,20 +21,24 @@ std::map<std::string, std::string> textsIn(const std::string& language) {
     return texts.value_or(std::map<std::string, std::string>{});
 }
 
-/// The keys in the program's calls of NSLocalizedString.
+std::string contentsOf(const std::filesystem::path& path) {
+    std::ifstream file(path);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+/// The keys that the program asks for, in its code and in its storyboards.
 std::set<std::string> usedKeys() {
-    const std::string call = "NSLocalizedString(\"";
     std::set<std::string> keys;
-    for (const char* folder : {"App", "Ads", "Models", "Views", "Platform/Services"})
+    for (const char* folder : {"App", "Ads", "Desktop", "Models", "Views", "Platform/Services"})
         for (const auto& entry : std::filesystem::recursive_directory_iterator(sources / folder)) {
             if (!entry.is_regular_file())
                 continue;
-            std::ifstream file(entry.path());
-            const std::string text(std::istreambuf_iterator<char>(file), {});
-            for (std::size_t at = text.find(call); at != std::string::npos; at = text.find(call, at)) {
-                at += call.size();
-                keys.insert(text.substr(at, text.find('"', at) - at));
-            }
+            const std::string text = contentsOf(entry.path());
+            for (const std::string call : {"NSLocalizedString(\"", "Texts.of(\""})
+                for (std::size_t at = text.find(call); at != std::string::npos; at = text.find(call, at)) {
+                    at += call.size();
+                    keys.insert(text.substr(at, text.find('"', at) - at));
+                }
         }
     return keys;
 }
@@ -50,7 +54,7 @@ TEST(LocalizableStrings, EveryLanguageHasATextForEveryKey) {
             EXPECT_TRUE(english.contains(key) && japanese.contains(key)) << key;
         }
     const auto keys = usedKeys();
-    EXPECT_TRUE(keys.contains("Error")) << "the search finds calls";
+    EXPECT_TRUE(keys.contains("Error") && keys.contains("DropToReverse")) << "the search finds calls";
     for (const std::string& key : keys)
         EXPECT_TRUE(english.contains(key)) << key;
 }

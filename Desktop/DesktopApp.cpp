@@ -1,0 +1,60 @@
+#include "Desktop/DesktopApp.h"
+
+#include "App/AppDelegate.h"
+#include "App/DeclareApp.h"
+#include "Desktop/IconProvider.h"
+#include "Desktop/Surfaces/SoundDevice.h"
+#include "Platform/AVFoundation/SoundSink.h"
+#include "Platform/Foundation/Print.h"
+#include "Platform/UIKit/UIApplication.h"
+#include "Platform/UIKit/UINavigationController.h"
+#include "Platform/UIKit/UIWindow.h"
+#include "Platform/UIKit/UIWindowScene.h"
+#include "Platform/UIKit/UIWindowSceneDelegate.h"
+
+namespace anadrome::desktop {
+
+DesktopApp::DesktopApp() {
+    launch();
+    showWindow();
+}
+
+DesktopApp::~DesktopApp() {
+    m_window->hide();
+    // The storyboards go before the screens that they show.
+    m_engine.reset();
+    UIApplication::sharedApplication().disconnectScene(m_scene);
+}
+
+void DesktopApp::launch() {
+    setSoundSinkFactory(openSoundDevice);
+    declareApp();
+    m_scene = UIApplication::sharedApplication().launch(std::make_shared<AppDelegate>());
+    const auto stack = std::dynamic_pointer_cast<UINavigationController>(
+        m_scene->delegate()->window()->rootViewController());
+    if (!stack)
+        fatalError("The first storyboard doesn't begin with a stack");
+    m_host.showStack(stack);
+}
+
+void DesktopApp::showWindow() {
+    m_engine->addImageProvider("icons", new IconProvider);
+    m_engine->addImportPath(":/");
+    m_engine->setInitialProperties({{"host", QVariant::fromValue(&m_host)}});
+    m_engine->load("qrc:/Anadrome/qml/Main.qml");
+    if (m_engine->rootObjects().isEmpty())
+        fatalError("The window's storyboard can't be loaded");
+    m_window = qobject_cast<QQuickWindow*>(m_engine->rootObjects().first());
+    QObject::connect(m_window, &QWindow::activeChanged, m_window, [this] { followAttention(); });
+    QObject::connect(m_window, &QWindow::visibilityChanged, m_window, [this] { followAttention(); });
+    followAttention();
+}
+
+void DesktopApp::followAttention() {
+    const bool isSeen = m_window->isVisible() && m_window->visibility() != QWindow::Minimized;
+    m_scene->moveTo(!isSeen                ? UISceneActivationState::background
+                    : m_window->isActive() ? UISceneActivationState::foregroundActive
+                                           : UISceneActivationState::foregroundInactive);
+}
+
+} // namespace anadrome::desktop

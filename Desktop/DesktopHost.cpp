@@ -1,0 +1,97 @@
+#include "Desktop/DesktopHost.h"
+
+#include "Desktop/PickerScreens.h"
+#include "Desktop/TextItems.h"
+#include "Platform/UIKit/UIApplication.h"
+#include "Platform/UIKit/UIDocumentPickerViewController.h"
+#include "Platform/UIKit/UINavigationController.h"
+#include "Platform/UIKit/UIScreen.h"
+
+#include <QDesktopServices>
+
+namespace anadrome::desktop {
+
+DesktopHost::DesktopHost() {
+    UIApplication::sharedApplication().setHost(this);
+}
+
+DesktopHost::~DesktopHost() {
+    UIApplication::sharedApplication().setHost(nullptr);
+}
+
+void DesktopHost::showStack(const std::shared_ptr<UINavigationController>& stack) {
+    m_navigation = stack;
+    for (const auto& controller : stack->viewControllers())
+        add(m_stack, *controller);
+}
+
+void DesktopHost::setSize(double width, double height) {
+    m_size = {width, height};
+    UIScreen::mainScreen().setBounds({{0, 0}, {width, height}});
+    for (const ScreenList* list : {&m_stack, &m_presented})
+        for (const ShownScreen* screen : list->screens())
+            screen->setSize(width, height);
+}
+
+bool DesktopHost::acceptsClip() const {
+    const QString top = m_stack.top() ? m_stack.top()->kind() : QString();
+    return (top == "Title" || top == "Edit") && m_presented.count() == 0 && !m_hud.isVisible();
+}
+
+void DesktopHost::openClip(const QUrl& clip) {
+    const auto navigation = m_navigation.lock();
+    if (!navigation || !acceptsClip() || !clip.isLocalFile())
+        return;
+    navigation->popToRootViewControllerAnimated(false);
+    m_pickedClip = clip;
+    if (auto* openFile = qobject_cast<ButtonItem*>(m_stack.top()->view("iCloudButton")))
+        openFile->tap();
+    m_pickedClip.reset();
+}
+
+void DesktopHost::back() {
+    const auto navigation = m_navigation.lock();
+    if (navigation && navigation->view()->canBeTouched() &&
+        navigation->topViewController()->view()->canBeTouched() && !m_hud.isVisible())
+        navigation->popViewControllerAnimated(true);
+}
+
+void DesktopHost::add(ScreenList& list, UIViewController& controller) {
+    list.append(controller.shared_from_this());
+    list.top()->setSize(m_size.width(), m_size.height());
+}
+
+void DesktopHost::didPush(UINavigationController&, UIViewController& controller, bool) {
+    add(m_stack, controller);
+}
+
+void DesktopHost::didPop(UINavigationController&,
+                         const std::vector<std::shared_ptr<UIViewController>>& popped, bool) {
+    for (const auto& controller : popped)
+        m_stack.remove(*controller);
+}
+
+void DesktopHost::didPresent(UIViewController& presented, bool) {
+    auto* picker = dynamic_cast<UIDocumentPickerViewController*>(&presented);
+    if (picker && m_pickedClip)
+        picker->finish({URL::fileURLWithPath(m_pickedClip->toLocalFile().toStdString())});
+    else
+        add(m_presented, presented);
+}
+
+void DesktopHost::didDismiss(UIViewController& dismissed, bool) {
+    m_presented.remove(dismissed);
+}
+
+void DesktopHost::viewChanged(UIView& view, double duration) {
+    m_hud.update();
+    for (const ScreenList* list : {&m_stack, &m_presented})
+        for (ShownScreen* screen : list->screens())
+            screen->noteChange(view, duration);
+}
+
+bool DesktopHost::openURL(const std::string& address) {
+    return QDesktopServices::openUrl(QUrl(QString::fromStdString(address)));
+}
+
+} // namespace anadrome::desktop

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "Desktop/Hud.h"
+#include "Desktop/MailProgram.h"
+#include "Desktop/ScreenList.h"
+#include "Platform/UIKit/UIHost.h"
+
+#include <QSizeF>
+#include <QUrl>
+#include <optional>
+
+namespace anadrome::desktop {
+
+/// Shows the program in a window: keeps what is on the screen for the storyboards, and tells them of changes.
+/// It is the application's host as long as it lives. Main thread only.
+class DesktopHost : public QObject, public UIHost {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("One for the program")
+    Q_PROPERTY(anadrome::desktop::ScreenList* stack READ stack CONSTANT)
+    /// What lies over the stack.
+    Q_PROPERTY(anadrome::desktop::ScreenList* presented READ presented CONSTANT)
+    Q_PROPERTY(anadrome::desktop::Hud* hud READ hud CONSTANT)
+
+public:
+    DesktopHost();
+    ~DesktopHost() override;
+
+    ScreenList* stack() { return &m_stack; }
+    ScreenList* presented() { return &m_presented; }
+    Hud* hud() { return &m_hud; }
+
+    /// The stack at the root of the window, with what it shows already. Held weakly.
+    void showStack(const std::shared_ptr<UINavigationController>& stack);
+    /// The window's inside, in points.
+    Q_INVOKABLE void setSize(double width, double height);
+
+    /// Whether a clip that is brought now would be opened: nothing lies over the screens, and no movie waits
+    /// to be saved.
+    Q_INVOKABLE bool acceptsClip() const;
+    /// Opens the Edit screen with a clip, as if it were picked as a file; leaves the one that is open.
+    /// Without effect while none is accepted, or for what isn't a local file.
+    Q_INVOKABLE void openClip(const QUrl& clip);
+    /// The user goes back by one screen, unless something lies over it.
+    Q_INVOKABLE void back();
+
+    void didPush(UINavigationController& stack, UIViewController& controller, bool animated) override;
+    void didPop(UINavigationController& stack, const std::vector<std::shared_ptr<UIViewController>>& popped,
+                bool animated) override;
+    void didPresent(UIViewController& presented, bool animated) override;
+    void didDismiss(UIViewController& dismissed, bool animated) override;
+    void viewChanged(UIView& view, double duration) override;
+    bool openURL(const std::string& address) override;
+    bool canSendMail() const override { return m_mailProgram.exists(); }
+
+private:
+    void add(ScreenList& list, UIViewController& controller);
+
+    ScreenList m_stack;
+    ScreenList m_presented;
+    Hud m_hud;
+    MailProgram m_mailProgram;
+    std::weak_ptr<UINavigationController> m_navigation;
+    QSizeF m_size{420, 860};
+    /// The clip that the file picker is asked for on behalf of the user.
+    std::optional<QUrl> m_pickedClip;
+};
+
+} // namespace anadrome::desktop

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Desktop/ShownScreen.h"
+
+#include <QList>
+#include <QUrl>
+
+namespace anadrome::desktop {
+
+/// A choice of files from anywhere.
+class FilesScreen : public ShownScreen {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the host")
+
+public:
+    using ShownScreen::ShownScreen;
+
+    /// What can't be read as a local file is passed over.
+    Q_INVOKABLE void accept(const QList<QUrl>& files);
+    void close() override { accept({}); }
+};
+
+/// The user's movies.
+class LibraryScreen : public ShownScreen {
+    Q_OBJECT
+
+public:
+    using ShownScreen::ShownScreen;
+
+    void close() override;
+};
+
+/// The camera.
+class CameraScreen : public ShownScreen {
+    Q_OBJECT
+
+public:
+    using ShownScreen::ShownScreen;
+
+    void close() override;
+};
+
+} // namespace anadrome::desktop

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QObject>
+#include <QtQmlIntegration>
+
+namespace anadrome::desktop {
+
+/// Texts that only the desktop has, and how it writes numbers.
+class Texts : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+
+public:
+    using QObject::QObject;
+
+    /// In the user's language, from the program's tables.
+    Q_INVOKABLE static QString of(const QString& key);
+    /// A time of a movie: "1:05.3".
+    Q_INVOKABLE static QString clock(double seconds);
+};
+
+} // namespace anadrome::desktop

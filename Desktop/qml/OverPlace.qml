@@ -1,0 +1,37 @@
+import QtQuick
+import Anadrome
+
+// What lies over all screens, and keeps the hand from them.
+FocusScope {
+    id: place
+
+    required property ShownScreen screen
+    required property bool isTop
+
+    enabled: isTop
+    focus: isTop
+    opacity: 0
+    Behavior on opacity { NumberAnimation { duration: Theme.appear; easing.type: Easing.OutCubic } }
+    Keys.onEscapePressed: screen.close()
+
+    Component.onCompleted: {
+        const drawn = ["Alert", "ShareSheet", "Settings", "Files"]
+        const file = drawn.includes(screen.kind) ? screen.kind : "Unfinished"
+        loader.setSource("screens/" + file + ".qml", { screen: screen })
+        opacity = 1
+        forceActiveFocus()
+    }
+
+    MouseArea {
+        anchors.fill: parent
+        hoverEnabled: true
+        acceptedButtons: Qt.AllButtons
+        onWheel: wheel => wheel.accepted = true
+    }
+    Rectangle { anchors.fill: parent; color: Theme.veil }
+    Loader {
+        id: loader
+        anchors.fill: parent
+        focus: true
+    }
+}

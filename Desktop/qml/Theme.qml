@@ -1,0 +1,61 @@
+pragma Singleton
+import QtQuick
+import Anadrome
+
+// The looks of the whole program: backward is amber, forward is teal.
+QtObject {
+    readonly property bool dark: Appearance.dark
+
+    readonly property color background: dark ? "#101216" : "#F6F6F4"
+    readonly property color surface: dark ? "#1A1D23" : "#FFFFFF"
+    readonly property color raised: dark ? "#242831" : "#FFFFFF"
+    readonly property color well: dark ? "#242831" : "#E9E9E6"
+    readonly property color hovered: dark ? "#2E333D" : "#EFEFEC"
+    readonly property color text: dark ? "#F2F3F5" : "#17191D"
+    readonly property color secondary: dark ? "#A7ADB8" : "#5B616C"
+    readonly property color chosen: dark ? "#3A404C" : "#FFFFFF"
+    readonly property color chosenEdge: dark ? "#4A5160" : "#E2E3E6"
+    readonly property color groove: dark ? "#3A404C" : "#D5D6D9"
+    readonly property color off: dark ? "#3A404C" : "#C9CBCF"
+    readonly property color knob: dark ? "#F2F3F5" : "#FFFFFF"
+    readonly property color line: dark ? "#2E333D" : "#E2E3E6"
+    readonly property color backward: dark ? "#F5A524" : "#B86E00"
+    readonly property color forward: dark ? "#2CC4B5" : "#007A74"
+    readonly property color error: dark ? "#FF6B62" : "#C4302B"
+    // The one filled button of a screen is amber in both.
+    readonly property color primary: "#F5A524"
+    readonly property color primaryInk: "#17191D"
+    readonly property color stage: "#000000"
+    // Over pictures, and under what covers the screen.
+    readonly property color pictureInk: "#FFFFFF"
+    readonly property color pictureSecondary: "#C9CDD4"
+    readonly property color pictureGroove: "#3A404C"
+    readonly property color pictureHovered: "#33FFFFFF"
+    readonly property color pictureBackward: "#F5A524"
+    readonly property color pictureForward: "#2CC4B5"
+    readonly property color veil: "#66000000"
+    readonly property color sign: "#80000000"
+    readonly property color hudCard: "#F0242831"
+    readonly property color hudText: "#F2F3F5"
+    readonly property color hudAccent: "#F5A524"
+
+    readonly property int titleSize: 28
+    readonly property int headSize: 20
+    readonly property int textSize: 16
+    readonly property int smallSize: 13
+
+    readonly property int near: 8
+    readonly property int gap: 16
+    readonly property int edge: 24
+
+    readonly property int cardRadius: 14
+    readonly property int controlRadius: 10
+    readonly property int touch: 44
+
+    readonly property int wideFrom: 840
+    readonly property int controlColumn: 380
+
+    readonly property int appear: 180
+    // What moves doesn't where the desktop asks for that; what fades still does.
+    readonly property int move: Appearance.reducedMotion ? 0 : appear
+}

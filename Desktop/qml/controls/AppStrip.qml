@@ -1,0 +1,27 @@
+import QtQuick
+import Anadrome
+
+// The makers' other programs, as a row of small cards.
+Column {
+    id: strip
+
+    required property ShownScreen screen
+
+    spacing: Theme.near
+
+    Label { view: strip.screen.view("moreAppsLabel"); font.weight: Font.DemiBold }
+    Flow {
+        width: parent.width
+        spacing: Theme.near
+        Repeater {
+            model: 5
+            QuietButton {
+                required property int index
+                readonly property LabelItem caption: strip.screen.view("app" + (index + 1) + "Label")
+                objectName: "app" + (index + 1) + "Button"
+                view: strip.screen.view(objectName)
+                text: caption.text
+            }
+        }
+    }
+}

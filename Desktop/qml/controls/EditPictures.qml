@@ -1,0 +1,45 @@
+import QtQuick
+import Anadrome
+
+// The clip as it runs, with the icon that tells of play and pause over it.
+Pictures {
+    id: pictures
+
+    required property ImageItem icon
+
+    Accessible.role: Accessible.Button
+    Accessible.name: Texts.of("PlayOrPause")
+    Accessible.onPressAction: view.tap()
+
+    TapHandler { onTapped: pictures.view.tap() }
+
+    Rectangle {
+        id: sign
+        anchors.centerIn: parent
+        width: 88
+        height: 88
+        radius: 44
+        color: Theme.sign
+        opacity: pictures.icon.alpha
+        visible: opacity > 0 && pictures.icon.symbol !== ""
+        Icon {
+            anchors.centerIn: parent
+            name: pictures.icon.symbol
+            color: Theme.pictureInk
+            size: 64
+        }
+        NumberAnimation { id: fade; target: sign; property: "opacity"; easing.type: Easing.OutQuad }
+    }
+    Connections {
+        target: pictures.icon
+        // As fast as the screen says.
+        function onChanged() {
+            if (pictures.icon.alpha === fade.to && fade.running)
+                return
+            fade.stop()
+            fade.to = pictures.icon.alpha
+            fade.duration = pictures.icon.duration
+            fade.start()
+        }
+    }
+}

@@ -1,0 +1,14 @@
+import QtQuick
+import Anadrome
+
+Image {
+    property string name
+    property color color: Theme.text
+    property int size: 24
+
+    width: size
+    height: size
+    sourceSize: Qt.size(size * Screen.devicePixelRatio, size * Screen.devicePixelRatio)
+    source: name ? "image://icons/" + name + "/" + color.toString().slice(-6) : ""
+    Accessible.ignored: true
+}

@@ -1,0 +1,66 @@
+import QtQuick
+import QtQuick.Templates as T
+import Anadrome
+
+// What all buttons share: the view behind it, a tap by mouse and keys, its name for screen readers.
+T.AbstractButton {
+    id: control
+
+    property ButtonItem view: null
+    property color fill: "transparent"
+    property color hoveredFill: Theme.hovered
+    property color ink: Theme.text
+    property color edge: "transparent"
+    property string symbol
+    property real radius: Theme.controlRadius
+
+    text: view ? view.title : ""
+    enabled: view ? view.enabled : true
+    opacity: view ? view.alpha : 1
+    visible: view ? view.shown : true
+    focusPolicy: Qt.TabFocus
+    hoverEnabled: true
+    implicitHeight: Theme.touch
+    implicitWidth: Math.max(Theme.touch, content.implicitWidth + 2 * Theme.gap)
+    onClicked: if (view) view.tap()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+    Accessible.name: text
+
+    background: Rectangle {
+        radius: control.radius
+        color: control.hovered || control.down ? control.hoveredFill : control.fill
+        border.width: control.edge.a > 0 ? 1 : 0
+        border.color: control.edge
+        FocusRing { of: control; radius: control.radius + 3 }
+    }
+    contentItem: Item {
+        Row {
+            id: content
+            anchors.centerIn: parent
+            spacing: Theme.near
+            Icon {
+                anchors.verticalCenter: parent.verticalCenter
+                visible: name !== ""
+                name: control.symbol
+                color: control.ink
+                size: 20
+            }
+            Text {
+                id: caption
+                readonly property real room: control.width - Theme.gap - (control.symbol ? 28 : 0)
+                anchors.verticalCenter: parent.verticalCenter
+                visible: text !== ""
+                text: control.text
+                width: room > 0 ? Math.min(implicitWidth, room) : implicitWidth
+                color: control.ink
+                font.pixelSize: Theme.textSize
+                font.weight: Font.DemiBold
+                fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: Theme.smallSize
+                elide: Text.ElideRight
+                textFormat: Text.PlainText
+            }
+        }
+    }
+}

@@ -1,0 +1,7 @@
+import QtQuick
+import Anadrome
+
+PushButton {
+    fill: Theme.surface
+    edge: Theme.line
+}

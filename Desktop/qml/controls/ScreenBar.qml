@@ -1,0 +1,28 @@
+import QtQuick
+import Anadrome
+
+// The bar at the top of a screen: the way back, and what the screen is.
+Item {
+    id: bar
+
+    property DesktopHost host: null
+    property string title
+
+    implicitHeight: 56
+
+    IconButton {
+        objectName: "backButton"
+        anchors { left: parent.left; leftMargin: Theme.near; verticalCenter: parent.verticalCenter }
+        name: Texts.of("Back")
+        symbol: "back"
+        onClicked: bar.host.back()
+    }
+    Label {
+        anchors.centerIn: parent
+        width: Math.min(implicitWidth, parent.width - 2 * 60)
+        text: bar.title
+        font.weight: Font.DemiBold
+        wrapMode: Text.NoWrap
+        elide: Text.ElideRight
+    }
+}

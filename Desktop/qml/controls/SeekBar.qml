@@ -1,0 +1,48 @@
+import QtQuick
+import Anadrome
+
+// Where a movie stands, with the time that has passed and the whole time at its ends.
+Item {
+    id: control
+
+    property alias from: slide.from
+    property alias to: slide.to
+    property alias value: slide.value
+    property alias fill: slide.fill
+    property alias step: slide.step
+    property alias groove: slide.groove
+    property alias stretches: slide.stretches
+    property color ink: Theme.secondary
+
+    signal taken
+    signal moved(real value)
+    signal letGo
+    signal lost
+
+    implicitHeight: Theme.touch
+
+    FontMetrics { id: metrics; font: elapsed.font }
+    component Time: Label {
+        anchors.verticalCenter: parent.verticalCenter
+        width: metrics.advanceWidth("00:00.0")
+        color: control.ink
+        font.pixelSize: Theme.smallSize
+    }
+    Time { id: elapsed; text: Texts.clock(control.value - control.from) }
+    Slide {
+        id: slide
+        anchors { left: elapsed.right; right: total.left; verticalCenter: parent.verticalCenter }
+        name: Texts.of("SeekBar")
+        valueText: elapsed.text
+        onTaken: control.taken()
+        onMoved: value => control.moved(value)
+        onLetGo: control.letGo()
+        onLost: control.lost()
+    }
+    Time {
+        id: total
+        anchors.right: parent.right
+        horizontalAlignment: Text.AlignRight
+        text: Texts.clock(control.to - control.from)
+    }
+}

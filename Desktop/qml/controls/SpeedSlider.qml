@@ -1,0 +1,68 @@
+import QtQuick
+import Anadrome
+
+// One speed: what runs at it, the factor, and the slider below.
+Item {
+    id: control
+
+    required property SliderItem view
+    required property LabelItem caption
+    required property LabelItem factor
+    property color fill: Theme.backward
+    property string glyph
+
+    function reset() {
+        view.press()
+        view.moveTo((view.from + view.to) / 2)
+        view.release()
+    }
+
+    implicitHeight: words.height + slide.height
+
+    Item {
+        id: words
+        width: parent.width
+        height: Math.max(name.implicitHeight, 24)
+        Text {
+            id: sign
+            text: control.glyph
+            color: control.fill
+            opacity: control.caption.alpha
+            font.pixelSize: Theme.textSize
+            anchors.baseline: name.baseline
+            Accessible.ignored: true
+        }
+        Label {
+            id: name
+            view: control.caption
+            anchors { left: sign.right; leftMargin: Theme.near; right: number.left; rightMargin: Theme.near }
+        }
+        Label {
+            id: number
+            view: control.factor
+            anchors { right: parent.right; baseline: name.baseline }
+            font.weight: Font.DemiBold
+            TapHandler { onDoubleTapped: if (control.view.enabled) control.reset() }
+        }
+    }
+    Slide {
+        id: slide
+        anchors { top: words.bottom; left: parent.left; right: parent.right }
+        from: control.view.from
+        to: control.view.to
+        value: control.view.value
+        fill: control.fill
+        opacity: control.view.alpha
+        // As one picture, or the track would be seen through the thumb.
+        layer.enabled: opacity < 1
+        enabled: control.view.enabled
+        isMarkedInMiddle: true
+        name: control.caption.text
+        valueText: control.factor.text
+        onTaken: control.view.press()
+        onMoved: value => control.view.moveTo(value)
+        onLetGo: control.view.release()
+        onLost: control.view.cancel()
+        onDoubleClicked: control.reset()
+    }
+}

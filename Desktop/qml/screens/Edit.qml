@@ -1,0 +1,114 @@
+import QtQuick
+import Anadrome
+
+// What movie is made of the clip.
+FocusScope {
+    id: edit
+
+    required property ShownScreen screen
+    required property DesktopHost host
+    property bool isSeen: true
+    readonly property bool isWide: width >= Theme.wideFrom
+    readonly property PlayerItem player: screen.view("playerView")
+    readonly property SliderItem seekBar: screen.view("videoSeekBar")
+    readonly property BannerItem banner: screen.view("bannerView")
+    // Of the clip, in seconds.
+    readonly property real frame: 1 / 30
+
+    function step(seconds) {
+        seekBar.press()
+        seekBar.moveTo(seekBar.value + seconds)
+        seekBar.release()
+    }
+
+    focus: true
+    Keys.onSpacePressed: player.tap()
+    Keys.onLeftPressed: step(-frame)
+    Keys.onRightPressed: step(frame)
+
+    ScreenBar {
+        id: bar
+        width: parent.width
+        host: edit.host
+        title: Texts.of("EditTitle")
+    }
+
+    Rectangle {
+        id: preview
+        readonly property real most: (edit.height - bar.height) / 2
+        anchors.top: bar.bottom
+        width: edit.isWide ? edit.width - Theme.controlColumn : edit.width
+        height: edit.isWide ? edit.height - bar.height
+                            : Math.min(most, width / edit.player.aspect + seek.height)
+        color: Theme.stage
+
+        EditPictures {
+            objectName: "playerView"
+            anchors { left: parent.left; right: parent.right; top: parent.top; bottom: seek.top }
+            view: edit.player
+            icon: edit.screen.view("playPauseButtonImageView")
+            isSeen: edit.isSeen
+        }
+        SeekBar {
+            id: seek
+            objectName: "videoSeekBar"
+            anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: Theme.gap
+                      bottomMargin: 0; topMargin: 0 }
+            from: edit.seekBar.from
+            to: edit.seekBar.to
+            value: edit.seekBar.value
+            step: edit.frame
+            fill: Theme.pictureBackward
+            groove: Theme.pictureGroove
+            ink: Theme.pictureSecondary
+            onTaken: edit.seekBar.press()
+            onMoved: value => edit.seekBar.moveTo(value)
+            onLetGo: edit.seekBar.release()
+            onLost: edit.seekBar.cancel()
+        }
+    }
+
+    ScrollPlace {
+        id: scroll
+        anchors {
+            left: edit.isWide ? preview.right : parent.left
+            right: parent.right
+            top: edit.isWide ? bar.bottom : preview.bottom
+            bottom: foot.top
+        }
+        contentHeight: controls.implicitHeight + 2 * Theme.gap
+        clip: true
+        EditControls {
+            id: controls
+            x: (scroll.width - width) / 2
+            y: Theme.gap
+            width: Math.min(scroll.width - 2 * Theme.edge, 520)
+            screen: edit.screen
+        }
+    }
+    Rectangle {
+        anchors { left: scroll.left; right: scroll.right; bottom: scroll.bottom }
+        height: 1
+        color: Theme.line
+        visible: scroll.contentHeight > scroll.height
+    }
+
+    Item {
+        id: foot
+        anchors { left: scroll.left; right: parent.right; bottom: parent.bottom }
+        height: create.height + 2 * Theme.gap + (ad.visible ? ad.height : 0)
+        PrimaryButton {
+            id: create
+            objectName: "createButton"
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: Theme.gap
+            width: controls.width
+            view: edit.screen.view("createButton")
+        }
+        Banner {
+            id: ad
+            anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
+            view: edit.banner
+        }
+    }
+}

@@ -1,0 +1,107 @@
+import QtQuick
+import Anadrome
+
+// Where a clip comes from.
+FocusScope {
+    id: title
+
+    required property TitleScreen screen
+    required property DesktopHost host
+    property bool isSeen: true
+    readonly property bool isWide: width >= Theme.wideFrom
+    readonly property LabelItem notice: screen.view("cameraNotice")
+
+    focus: true
+
+    ScrollPlace {
+        anchors.fill: parent
+        contentHeight: Math.max(height, column.implicitHeight + 2 * Theme.edge)
+
+        Column {
+            id: column
+            width: Math.min(parent.width - 2 * Theme.edge, title.isWide ? 880 : 520)
+            x: (parent.width - width) / 2
+            y: Math.max(Theme.edge, Math.min((parent.height - implicitHeight) / 2, 120))
+            spacing: Theme.gap
+
+            Item {
+                width: parent.width
+                height: Math.max(names.implicitHeight, settings.height)
+                Column {
+                    id: names
+                    width: parent.width - settings.width - Theme.near
+                    spacing: 4
+                    Label {
+                        text: Texts.of("AppName")
+                        font.pixelSize: Theme.titleSize
+                        font.weight: Font.DemiBold
+                    }
+                    Label {
+                        width: parent.width
+                        text: Texts.of("Promise")
+                        color: Theme.secondary
+                    }
+                }
+                IconButton {
+                    id: settings
+                    objectName: "infoButton"
+                    anchors.right: parent.right
+                    anchors.rightMargin: -10
+                    view: title.screen.view("infoButton")
+                    name: Texts.of("Settings")
+                    symbol: "settings"
+                }
+            }
+            Item { width: 1; height: Theme.near }
+            Flow {
+                id: cards
+                readonly property int columns: title.isWide ? 3 : 1
+                width: parent.width
+                spacing: 12
+                component Intake: IntakeCard {
+                    width: (cards.width - (cards.columns - 1) * cards.spacing) / cards.columns
+                    isTall: title.isWide
+                }
+                Intake {
+                    objectName: "cameraButton"
+                    view: title.screen.view("cameraButton")
+                    symbol: "camera"
+                    notice: title.notice.text
+                }
+                Intake {
+                    objectName: "libraryButton"
+                    view: title.screen.view("libraryButton")
+                    symbol: "library"
+                }
+                Intake {
+                    objectName: "iCloudButton"
+                    view: title.screen.view("iCloudButton")
+                    symbol: "folder"
+                    notice: Texts.of("DropHint")
+                }
+            }
+            Item { width: 1; height: Theme.near }
+            Label { id: quality; view: title.screen.view("videoQualityLabel"); font.weight: Font.DemiBold }
+            Segments {
+                objectName: "videoQualitySegmentedControl"
+                width: Math.min(parent.width, 520)
+                view: title.screen.view("videoQualitySegmentedControl")
+                name: quality.text
+            }
+            AppStrip {
+                width: parent.width
+                visible: title.screen.offersApps
+                screen: title.screen
+            }
+            Item { width: 1; height: Theme.near }
+            PushButton {
+                objectName: "shareAppButton"
+                anchors.horizontalCenter: parent.horizontalCenter
+                width: Math.min(implicitWidth, parent.width)
+                view: title.screen.view("shareAppButton")
+                symbol: "square.and.arrow.up"
+                ink: Theme.secondary
+            }
+        }
+    }
+}

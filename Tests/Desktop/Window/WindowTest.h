@@ -1,0 +1,97 @@
+#pragma once
+
+#include "Desktop/ControlItems.h"
+#include "Desktop/DesktopApp.h"
+#include "Desktop/PickerScreens.h"
+#include "Desktop/TextItems.h"
+#include "Platform/Foundation/NSUserDefaults.h"
+#include "Platform/Foundation/Print.h"
+#include "Platform/Services/Deployment.h"
+#include "Tests/Support/ClipTest.h"
+#include "Tests/Support/Environment.h"
+#include "Tests/Support/EventLoop.h"
+
+#include <QQuickItem>
+#include <QtTest/qtestkeyboard.h>
+#include <QtTest/qtestmouse.h>
+
+namespace anadrome::desktop {
+
+/// The whole program in its window, operated by mouse and keys, with folders and preferences of its own. Each
+/// test is to run in a process of its own, since a program is launched once.
+class WindowTest : public testing_support::ClipTest {
+protected:
+    WindowTest() {
+        setPrintSink([](std::string_view) {});
+        NSUserDefaults::standardUserDefaults().keepInMemory();
+        Deployment::setCurrent({});
+        m_app = std::make_unique<DesktopApp>();
+        m_app->window().requestActivate();
+        settle();
+    }
+
+    QQuickWindow& window() { return m_app->window(); }
+    DesktopHost& host() { return m_app->host(); }
+
+    ShownScreen& screen() { return *host().stack()->top(); }
+    /// What lies over the screens; null if nothing does.
+    ShownScreen* over() { return host().presented()->top(); }
+    template <class Item>
+    Item& view(const char* name) {
+        return *qobject_cast<Item*>(screen().view(name));
+    }
+
+    template <typename Condition>
+    static bool waitUntil(Condition holds) {
+        return testing_support::runEventLoopUntil(holds, std::chrono::seconds(60));
+    }
+    bool waitForScreen(const QString& kind) {
+        // Keys and clicks reach a screen once it has stopped moving.
+        return waitUntil([&] { return screen().kind() == kind && !host().hud()->isVisible(); }) && settle();
+    }
+    static bool settle() {
+        testing_support::runEventLoopFor(std::chrono::milliseconds(500));
+        return true;
+    }
+
+    /// The visible item of that name, in the window's coordinates; empty if there is none.
+    QRectF place(const QString& name) {
+        QRectF found;
+        visit(window().contentItem(), [&](QQuickItem& item) {
+            if (item.objectName() == name && item.isVisible())
+                found = item.mapRectToScene(QRectF(0, 0, item.width(), item.height()));
+        });
+        return found;
+    }
+    void click(const QString& name) {
+        ASSERT_FALSE(place(name).isEmpty()) << name.toStdString();
+        QTest::mouseClick(&window(), Qt::LeftButton, {}, place(name).center().toPoint());
+    }
+    void drag(QPointF from, QPointF to) {
+        QTest::mousePress(&window(), Qt::LeftButton, {}, from.toPoint());
+        for (int step = 1; step <= 8; ++step)
+            QTest::mouseMove(&window(), (from + (to - from) * step / 8).toPoint());
+        QTest::mouseRelease(&window(), Qt::LeftButton, {}, to.toPoint());
+    }
+    void press(Qt::Key key) { QTest::keyClick(&window(), key); }
+
+    void openClip(const std::string& clip) {
+        host().openClip(QUrl::fromLocalFile(QString::fromStdString(clip)));
+        ASSERT_TRUE(waitForScreen("Edit"));
+    }
+
+    const testing_support::Environment m_home{"HOME", m_folder.path()};
+    const testing_support::Environment m_state{"XDG_STATE_HOME", m_folder.file("state")};
+    const testing_support::Environment m_configuration{"XDG_CONFIG_HOME", m_folder.file("config")};
+    std::unique_ptr<DesktopApp> m_app;
+
+private:
+    template <typename Visit>
+    static void visit(QQuickItem* item, Visit&& see) {
+        see(*item);
+        for (QQuickItem* child : item->childItems())
+            visit(child, see);
+    }
+};
+
+} // namespace anadrome::desktop

@@ -1,0 +1,149 @@
+#include "Desktop/Appearance.h"
+#include "Tests/Desktop/Window/WindowTest.h"
+#include "Tests/Support/MovieReader.h"
+
+#include <QQmlComponent>
+#include <cmath>
+#include <filesystem>
+
+namespace anadrome::desktop {
+
+using namespace testing_support;
+namespace fs = std::filesystem;
+
+namespace {
+
+const ClipOptions shortClip{.width = 128, .height = 72, .frames = 30};
+
+double luminance(const QColor& colour) {
+    const auto linear = [](double c) {
+        return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+double contrast(const QColor& one, const QColor& other) {
+    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
+    return (light + 0.05) / (dark + 0.05);
+}
+
+} // namespace
+
+TEST_F(WindowTest, AClipIsOpenedSpedUpMadeAndSavedByMouseAlone) {
+    click("iCloudButton");
+    ASSERT_TRUE(over() && over()->kind() == "Files");
+    // The dialog is the desktop's own; this is what it answers.
+    qobject_cast<FilesScreen*>(over())->accept(
+        {QUrl::fromLocalFile(QString::fromStdString(clip("clip.mp4", shortClip)))});
+    ASSERT_TRUE(waitForScreen("Edit"));
+
+    const QRectF slider = place("reverseSpeedSlider");
+    const QPointF thumb(slider.center().x(), slider.bottom() - 22);
+    drag(thumb, thumb + QPointF(slider.width() / 18, 0));
+    EXPECT_TRUE(waitUntil([&] { return host().hud()->isVisible(); })) << "the preview is made anew";
+    ASSERT_TRUE(waitForScreen("Edit"));
+    const double speed = view<LabelItem>("reverseSpeedValueLabel").text().chopped(1).toDouble();
+    EXPECT_NEAR(speed, 2, 0.3);
+
+    click("createButton");
+    ASSERT_TRUE(waitUntil([&] { return host().hud()->isVisible() && host().hud()->kind() == "pie"; }));
+    ASSERT_TRUE(waitForScreen("Preview"));
+    click("saveButton");
+    ASSERT_TRUE(waitUntil([&] { return host().hud()->isVisible() && host().hud()->kind() == "tick"; }));
+
+    const fs::path library = m_folder.path() / "Videos" / "Anadrome";
+    ASSERT_EQ(std::distance(fs::directory_iterator(library), {}), 1);
+    const auto movie = readMovie(fs::directory_iterator(library)->path());
+    EXPECT_NEAR(movie.video.at(0).durationSeconds, 1 / speed, 0.1);
+    EXPECT_GT(movie.video.at(0).frames.front().number, movie.video.at(0).frames.back().number);
+}
+
+TEST_F(WindowTest, KeysPlayPauseAndStepThePreview) {
+    openClip(clip("clip.mp4", {.width = 128, .height = 72, .frames = 300}));
+    auto& icon = view<ImageItem>("playPauseButtonImageView");
+    auto& bar = view<SliderItem>("videoSeekBar");
+    press(Qt::Key_Space);
+    EXPECT_TRUE(waitUntil([&] { return icon.symbol() == "play.circle" && icon.alpha() == 1; }));
+    settle();
+    const double before = bar.value();
+    press(Qt::Key_Right);
+    EXPECT_TRUE(waitUntil([&] { return bar.value() > before; }));
+    press(Qt::Key_Left);
+    EXPECT_TRUE(waitUntil([&] { return std::abs(bar.value() - before) < 0.02; }));
+    press(Qt::Key_Space);
+    EXPECT_TRUE(waitUntil([&] { return icon.alpha() == 0 && bar.value() > before + 0.2; }));
+}
+
+TEST_F(WindowTest, SegmentsAndTheSwitchFollowTheMouseAndOpenTheForwardSpeed) {
+    openClip(clip("clip.mp4", shortClip));
+    auto& forward = view<SliderItem>("normalSpeedSlider");
+    const auto clickSegment = [&](const char* name, double part) {
+        const QRectF all = place(name);
+        QTest::mouseClick(&window(), Qt::LeftButton, {},
+                          QPointF(all.left() + all.width() * part, all.center().y()).toPoint());
+    };
+    EXPECT_FALSE(forward.isEnabled());
+    clickSegment("outputTypeSegmentedControl", 0.9);
+    EXPECT_EQ(view<SegmentsItem>("outputTypeSegmentedControl").selected(), 2);
+    EXPECT_TRUE(forward.isEnabled());
+    clickSegment("fileTypeSegmentedControl", 0.75);
+    EXPECT_EQ(view<SegmentsItem>("fileTypeSegmentedControl").selected(), 1);
+    click("exifSwitch");
+    EXPECT_TRUE(view<SwitchItem>("exifSwitch").isOn());
+}
+
+TEST_F(WindowTest, WhatLiesOverTheScreensTakesTheClicksAndGoesWithEscape) {
+    const std::pair<const char*, const char*> cases[] = {{"cameraButton", "Camera"},
+                                                         {"libraryButton", "Library"},
+                                                         {"infoButton", "Settings"},
+                                                         {"shareAppButton", "ShareSheet"}};
+    for (const auto& [button, kind] : cases) {
+        click(button);
+        ASSERT_TRUE(over()) << button;
+        EXPECT_EQ(over()->kind(), kind);
+        settle();
+        QTest::mouseClick(&window(), Qt::LeftButton, {}, QPoint(210, 5));
+        EXPECT_EQ(host().presented()->count(), 1) << button;
+        press(Qt::Key_Escape);
+        EXPECT_TRUE(waitUntil([&] { return host().presented()->count() == 0; })) << button;
+        settle();
+    }
+}
+
+TEST_F(WindowTest, AFileThatIsNoMovieEndsInADialogAndTheWayBackIsOpen) {
+    makeClip(path("clip.mp4"), shortClip);
+    openClip(path("clip.mp4"));
+    fs::resize_file(path("clip.mp4"), 100);
+    click("createButton");
+    ASSERT_TRUE(waitUntil([&] { return over() && over()->kind() == "Alert"; }));
+    settle();
+    press(Qt::Key_Return);
+    ASSERT_TRUE(waitUntil([&] { return !over(); }));
+    settle();
+    click("backButton");
+    EXPECT_EQ(screen().kind(), "Title");
+}
+
+TEST_F(WindowTest, TextsCanBeReadOnEverySurfaceInLightAndDark) {
+    QQmlComponent component(&m_app->engine());
+    component.setData("import QtQuick\nimport Anadrome\nQtObject { property var theme: Theme }", {});
+    const std::unique_ptr<QObject> holder(component.create());
+    const auto* theme = holder->property("theme").value<QObject*>();
+    auto* appearance =
+        m_app->engine().singletonInstance<Appearance*>(qmlTypeId("Anadrome", 1, 0, "Appearance"));
+    for (const bool isDark : {false, true}) {
+        appearance->setDark(isDark);
+        for (const char* surface : {"background", "surface", "raised"})
+            for (const char* ink : {"text", "secondary", "forward", "error"})
+                EXPECT_GE(
+                    contrast(theme->property(surface).value<QColor>(), theme->property(ink).value<QColor>()),
+                    4.5)
+                    << ink << " on " << surface << (isDark ? ", dark" : ", light");
+        EXPECT_GE(contrast(theme->property("primary").value<QColor>(),
+                           theme->property("primaryInk").value<QColor>()),
+                  4.5);
+    }
+}
+
+} // namespace anadrome::desktop
