@@ -40,7 +40,6 @@ Window {
             model: window.host.stack
             StackPlace {
                 required property int index
-                anchors.fill: undefined
                 width: screens.width
                 height: screens.height
                 depth: window.host.stack.count - 1 - index

@@ -17,10 +17,7 @@ FocusScope {
     visible: opacity > 0
     enabled: depth === 0
     focus: depth === 0
-    Behavior on x {
-        enabled: place.host !== null
-        NumberAnimation { duration: Theme.move; easing.type: Easing.OutCubic }
-    }
+    Behavior on x { NumberAnimation { duration: Theme.move; easing.type: Easing.OutCubic } }
     Behavior on opacity { NumberAnimation { duration: Theme.appear; easing.type: Easing.OutCubic } }
     onDepthChanged: if (depth === 0) forceActiveFocus()
 
