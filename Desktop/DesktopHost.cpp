@@ -1,7 +1,7 @@
 #include "Desktop/DesktopHost.h"
 
-#include "Desktop/PickerScreens.h"
-#include "Desktop/TextItems.h"
+#include "Desktop/Items/TextItems.h"
+#include "Desktop/Screens/FilesScreen.h"
 #include "Platform/UIKit/UIApplication.h"
 #include "Platform/UIKit/UIDocumentPickerViewController.h"
 #include "Platform/UIKit/UINavigationController.h"

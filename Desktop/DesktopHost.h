@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Desktop/Hud.h"
-#include "Desktop/MailProgram.h"
-#include "Desktop/ScreenList.h"
+#include "Desktop/Screens/Hud.h"
+#include "Desktop/Screens/ScreenList.h"
+#include "Desktop/System/MailProgram.h"
 #include "Platform/UIKit/UIHost.h"
 
 #include <QSizeF>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Desktop/ControlItems.h"
 #include "Desktop/DesktopApp.h"
-#include "Desktop/PickerScreens.h"
-#include "Desktop/TextItems.h"
+#include "Desktop/Items/ControlItems.h"
+#include "Desktop/Items/TextItems.h"
+#include "Desktop/Screens/FilesScreen.h"
 #include "Platform/Foundation/NSUserDefaults.h"
 #include "Platform/Foundation/Print.h"
 #include "Platform/Services/Deployment.h"

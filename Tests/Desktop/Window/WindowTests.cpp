@@ -1,4 +1,4 @@
-#include "Desktop/Appearance.h"
+#include "Desktop/System/Appearance.h"
 #include "Tests/Desktop/Window/WindowTest.h"
 #include "Tests/Support/MovieReader.h"
 

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "Desktop/Items/ViewItem.h"
+
+namespace anadrome::desktop {
+
+/// The room of an ad in a screen.
+class BannerItem : public ViewItem {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by a screen")
+    /// Whether an ad has come.
+    Q_PROPERTY(bool filled READ isFilled NOTIFY changed)
+    /// In points.
+    Q_PROPERTY(double height READ height NOTIFY changed)
+    Q_PROPERTY(QString text READ text NOTIFY changed)
+
+public:
+    using ViewItem::ViewItem;
+
+    bool isFilled() const;
+    double height() const;
+    QString text() const;
+    Q_INVOKABLE void click();
+};
+
+} // namespace anadrome::desktop

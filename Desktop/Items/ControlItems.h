@@ -1,0 +1,76 @@
+#pragma once
+
+#include "Desktop/Items/ViewItem.h"
+
+#include <QStringList>
+
+namespace anadrome::desktop {
+
+/// A control that the user may be kept from.
+class ControlItem : public ViewItem {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by a screen")
+
+public:
+    using ViewItem::ViewItem;
+
+    bool isEnabled() const override;
+};
+
+/// Chooses a number.
+class SliderItem : public ControlItem {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by a screen")
+    Q_PROPERTY(double from READ from NOTIFY changed)
+    Q_PROPERTY(double to READ to NOTIFY changed)
+    Q_PROPERTY(double value READ value NOTIFY changed)
+    Q_PROPERTY(bool tracking READ isTracking NOTIFY changed)
+
+public:
+    using ControlItem::ControlItem;
+
+    double from() const;
+    double to() const;
+    double value() const;
+    bool isTracking() const;
+
+    /// The hand takes the thumb, moves it, lets go, or loses it. Taking it twice is taking it once.
+    Q_INVOKABLE void press();
+    Q_INVOKABLE void moveTo(double value);
+    Q_INVOKABLE void release();
+    Q_INVOKABLE void cancel();
+};
+
+/// Chooses one of a few.
+class SegmentsItem : public ControlItem {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by a screen")
+    Q_PROPERTY(QStringList titles READ titles NOTIFY changed)
+    /// Its index, -1 for none.
+    Q_PROPERTY(int selected READ selected NOTIFY changed)
+
+public:
+    using ControlItem::ControlItem;
+
+    QStringList titles() const;
+    int selected() const;
+    Q_INVOKABLE void tap(int index);
+};
+
+class SwitchItem : public ControlItem {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by a screen")
+    Q_PROPERTY(bool on READ isOn NOTIFY changed)
+
+public:
+    using ControlItem::ControlItem;
+
+    bool isOn() const;
+    Q_INVOKABLE void tap();
+};
+
+} // namespace anadrome::desktop

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Desktop/Items/ViewItem.h"
+
+#include <QSizeF>
+#include <QVideoSink>
+
+namespace anadrome::desktop {
+
+/// The place of a player's pictures.
+class PlayerItem : public ViewItem {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by a screen")
+    /// Width by height of the upright picture; that of most clips until there is one.
+    Q_PROPERTY(double aspect READ aspect NOTIFY aspectChanged)
+
+public:
+    using ViewItem::ViewItem;
+    ~PlayerItem() override { leave(); }
+
+    double aspect() const { return m_aspect; }
+    void setAspect(double aspect);
+
+    /// The pictures are shown on this sink from now on, at a size in pixels of the screen. The sink may go
+    /// first.
+    Q_INVOKABLE void showOn(QVideoSink* sink, const QSizeF& pixels);
+    /// Nobody can see the pictures any more: none are made.
+    Q_INVOKABLE void leave();
+    /// The user's tap on the pictures.
+    Q_INVOKABLE void tap();
+
+Q_SIGNALS:
+    void aspectChanged();
+
+private:
+    double m_aspect = 16.0 / 9;
+};
+
+} // namespace anadrome::desktop

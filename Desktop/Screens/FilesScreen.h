@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Desktop/Screens/ShownScreen.h"
+
+#include <QList>
+#include <QUrl>
+
+namespace anadrome::desktop {
+
+/// A choice of files from anywhere.
+class FilesScreen : public ShownScreen {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the host")
+
+public:
+    using ShownScreen::ShownScreen;
+
+    /// What can't be read as a local file is passed over.
+    Q_INVOKABLE void accept(const QList<QUrl>& files);
+    void close() override { accept({}); }
+};
+
+} // namespace anadrome::desktop
