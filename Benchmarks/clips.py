@@ -37,7 +37,8 @@ class Clip:
 class Footage:
     name: str
     size: str
-    content: tuple[str, ...] = ()  # what the clip maker is told beside the size; plain pictures by default
+    content: tuple[str, ...] = ()  # what the clip maker is told beside these; plain pictures by default
+    rate: int = 30
 
 
 # As hard to code as what a camera takes, at a camera's bit rates.
@@ -56,7 +57,7 @@ def made(footage: Footage, seconds: float) -> Clip:
         print(f"  making {path.name}", file=sys.stderr, flush=True)
         CLIPS.mkdir(parents=True, exist_ok=True)
         partial = path.with_name("partial-" + path.name)
-        output_of([str(CLIP_MAKER), str(partial), "--size", footage.size, "--rate", "30", "--seconds",
+        output_of([str(CLIP_MAKER), str(partial), "--size", footage.size, "--rate", str(footage.rate), "--seconds",
                    str(seconds), "--preset", "veryfast", *footage.content])
         partial.replace(path)
     return described(path, name)

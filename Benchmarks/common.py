@@ -11,6 +11,7 @@ CLIP_MAKER = BUILD / "Tests" / "anadrome-make-clip"
 EXPORT_CLIP = BUILD / "Benchmarks" / "anadrome-export-clip"
 PLAY_BACKWARDS = BUILD / "Benchmarks" / "anadrome-play-backwards"
 WHOLE_START = BUILD / "Benchmarks" / "anadrome-whole-start"
+WINDOW = BUILD / "Benchmarks" / "anadrome-window-at-work"
 FRAME_STORE = BUILD / "Benchmarks" / "frame_store_bench"
 CLIPS = BUILD / "clips"
 

@@ -15,13 +15,14 @@ import playback
 import quality
 import services
 import speed
+import window
 from common import BUILD, FULL_PLAN, QUICK_PLAN, BenchmarkError, Plan, export_video_encoder, \
     project_options, project_preset
 from report import Row, summary, table
 
 CLAIMS: dict[str, ModuleType] = {module.__name__: module
                                  for module in (speed, memory, quality, frame_store, exports, job, playback,
-                                                   services)}
+                                                   services, window)}
 
 HELP = """\
 All numbers of a table come from one run: the programs take turns, and the medians of their rounds are

@@ -3,6 +3,7 @@
 #include "App/AppDelegate.h"
 #include "App/DeclareApp.h"
 #include "Desktop/IconProvider.h"
+#include "Desktop/PictureProvider.h"
 #include "Desktop/Surfaces/SoundDevice.h"
 #include "Platform/AVFoundation/SoundSink.h"
 #include "Platform/Foundation/Print.h"
@@ -39,6 +40,7 @@ void DesktopApp::launch() {
 
 void DesktopApp::showWindow() {
     m_engine->addImageProvider("icons", new IconProvider);
+    m_engine->addImageProvider("pictures", new PictureProvider);
     m_engine->addImportPath(":/");
     m_engine->setInitialProperties({{"host", QVariant::fromValue(&m_host)}});
     m_engine->load("qrc:/Anadrome/qml/Main.qml");

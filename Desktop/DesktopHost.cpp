@@ -1,7 +1,7 @@
 #include "Desktop/DesktopHost.h"
 
 #include "Desktop/Items/TextItems.h"
-#include "Desktop/Screens/FilesScreen.h"
+#include "Desktop/Screens/HandOver.h"
 #include "Platform/UIKit/UIApplication.h"
 #include "Platform/UIKit/UIDocumentPickerViewController.h"
 #include "Platform/UIKit/UINavigationController.h"
@@ -75,7 +75,7 @@ void DesktopHost::didPresent(UIViewController& presented, bool) {
     auto* picker = dynamic_cast<UIDocumentPickerViewController*>(&presented);
     if (picker && m_pickedClip)
         picker->finish({URL::fileURLWithPath(m_pickedClip->toLocalFile().toStdString())});
-    else
+    else if (!handOver(presented))
         add(m_presented, presented);
 }
 

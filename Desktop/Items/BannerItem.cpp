@@ -1,5 +1,6 @@
 #include "Desktop/Items/BannerItem.h"
 
+#include "Desktop/PictureProvider.h"
 #include "Platform/Services/Ads/GADBannerView.h"
 
 namespace anadrome::desktop {
@@ -16,6 +17,17 @@ QString BannerItem::text() const {
     return ask<GADBannerView>([](GADBannerView& banner) {
         return banner.content() ? QString::fromStdString(banner.content()->text) : QString();
     });
+}
+
+QUrl BannerItem::picture() const {
+    return ask<GADBannerView>([](GADBannerView& banner) {
+        return banner.content() ? PictureProvider::addressOf(banner.content()->picture) : QUrl();
+    });
+}
+
+bool BannerItem::leads() const {
+    return ask<GADBannerView>(
+        [](GADBannerView& banner) { return banner.content() && !banner.content()->link.empty(); });
 }
 
 void BannerItem::click() {

@@ -2,6 +2,8 @@
 
 #include "Desktop/Items/ViewItem.h"
 
+#include <QUrl>
+
 namespace anadrome::desktop {
 
 /// The room of an ad in a screen.
@@ -14,6 +16,10 @@ class BannerItem : public ViewItem {
     /// In points.
     Q_PROPERTY(double height READ height NOTIFY changed)
     Q_PROPERTY(QString text READ text NOTIFY changed)
+    /// For an Image; empty for an ad without one.
+    Q_PROPERTY(QUrl picture READ picture NOTIFY changed)
+    /// Whether a click leads anywhere.
+    Q_PROPERTY(bool leads READ leads NOTIFY changed)
 
 public:
     using ViewItem::ViewItem;
@@ -21,6 +27,8 @@ public:
     bool isFilled() const;
     double height() const;
     QString text() const;
+    QUrl picture() const;
+    bool leads() const;
     Q_INVOKABLE void click();
 };
 

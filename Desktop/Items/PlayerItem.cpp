@@ -56,4 +56,34 @@ void PlayerItem::tap() {
     });
 }
 
+void PlayerItem::play() {
+    if (!isPlaying())
+        tap();
+}
+
+void PlayerItem::pause() {
+    if (isPlaying())
+        tap();
+}
+
+double PlayerItem::frameSeconds() const {
+    constexpr double usual = 1.0 / 30;
+    const auto player = this->player();
+    const auto item = player ? player->currentItem() : nullptr;
+    if (!item || item->status() != AVPlayerItemStatus::readyToPlay)
+        return usual;
+    const auto tracks = item->asset()->tracksWithMediaType(AVMediaTypeVideo);
+    const float rate = tracks.empty() ? 0 : tracks.front()->nominalFrameRate();
+    return rate > 0 ? 1 / rate : usual;
+}
+
+std::shared_ptr<AVPlayer> PlayerItem::player() const {
+    return ask<AVPlayerLayerView>([](AVPlayerLayerView& view) { return view.layer().player(); });
+}
+
+bool PlayerItem::isPlaying() const {
+    const auto player = this->player();
+    return player && player->rate() != 0;
+}
+
 } // namespace anadrome::desktop

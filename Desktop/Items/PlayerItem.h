@@ -5,6 +5,10 @@
 #include <QSizeF>
 #include <QVideoSink>
 
+namespace anadrome {
+class AVPlayer;
+}
+
 namespace anadrome::desktop {
 
 /// The place of a player's pictures.
@@ -29,11 +33,19 @@ public:
     Q_INVOKABLE void leave();
     /// The user's tap on the pictures.
     Q_INVOKABLE void tap();
+    /// A tap, if that makes it play, or pause.
+    Q_INVOKABLE void play();
+    Q_INVOKABLE void pause();
+    /// How long a picture stands, in seconds; as in most clips until there is one.
+    Q_INVOKABLE double frameSeconds() const;
 
 Q_SIGNALS:
     void aspectChanged();
 
 private:
+    std::shared_ptr<AVPlayer> player() const;
+    bool isPlaying() const;
+
     double m_aspect = 16.0 / 9;
 };
 

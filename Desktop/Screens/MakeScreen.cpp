@@ -2,17 +2,17 @@
 
 #include "Desktop/Camera/CameraScreen.h"
 #include "Desktop/Library/LibraryScreen.h"
+#include "Desktop/Screens/AdScreen.h"
 #include "Desktop/Screens/AlertScreen.h"
+#include "Desktop/Screens/ConsentScreen.h"
 #include "Desktop/Screens/FilesScreen.h"
-#include "Desktop/Screens/OutwardScreens.h"
 #include "Desktop/Screens/PreviewScreen.h"
+#include "Desktop/Screens/SettingsScreen.h"
 #include "Desktop/Screens/ShareScreen.h"
 #include "Desktop/Screens/TitleScreen.h"
-#include "Platform/MessageUI/MFMailComposeViewController.h"
 #include "Platform/PhotosUI/PHPickerViewController.h"
 #include "Platform/Services/Ads/GADFullScreenAdViewController.h"
 #include "Platform/Services/Consent/UMPConsentFormViewController.h"
-#include "Platform/StoreKit/SKStoreProductViewController.h"
 #include "Platform/UIKit/UIActivityViewController.h"
 #include "Platform/UIKit/UIAlertController.h"
 #include "Platform/UIKit/UIDocumentPickerViewController.h"
@@ -54,10 +54,8 @@ constexpr Kind kinds[] = {
     kind<UIDocumentPickerViewController, FilesScreen>("Files"),
     kind<PHPickerViewController, LibraryScreen>("Library"),
     kind<UIImagePickerController, CameraScreen>("Camera"),
-    kind<MFMailComposeViewController, MailScreen>("Mail"),
-    kind<SKStoreProductViewController>("StorePage"),
-    kind<GADFullScreenAdViewController>("Ad"),
-    kind<UMPConsentFormViewController>("Consent"),
+    kind<GADFullScreenAdViewController, AdScreen>("Ad"),
+    kind<UMPConsentFormViewController, ConsentScreen>("Consent"),
     kind<UIViewController>("Unknown"),
 };
 

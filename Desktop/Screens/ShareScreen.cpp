@@ -1,12 +1,18 @@
 #include "Desktop/Screens/ShareScreen.h"
 
-#include "Desktop/System/FileManager.h"
+#include "Desktop/System/CopyReplacing.h"
+#include "Desktop/System/OtherPrograms.h"
+#include "Desktop/Texts.h"
+#include "Platform/Dispatch/DispatchQueue.h"
+#include "Platform/Foundation/NSBundle.h"
+#include "Platform/MessageUI/MFMailComposeViewController.h"
 #include "Platform/UIKit/UIActivityViewController.h"
+#include "Views/Common/ViewHelper.h"
 
 #include <QClipboard>
-#include <QDesktopServices>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <QPointer>
 
 namespace anadrome::desktop {
 
@@ -50,7 +56,54 @@ void ShareScreen::showInFileManager() {
 }
 
 void ShareScreen::openWithOtherProgram() {
-    finish("open", QDesktopServices::openUrl(file()));
+    openInOtherProgram(file());
+    finish("open", true);
+}
+
+bool ShareScreen::canMail() const {
+    return MFMailComposeViewController::canSendMail();
+}
+
+void ShareScreen::mail() {
+    const Mail mail{.subject = Texts::of("AppName"), .text = text(), .attachment = file()};
+    composeMail(mail, [self = QPointer(this)](bool isOpened) {
+        if (!self)
+            return;
+        if (isOpened)
+            self->finish("mail", true);
+        else
+            self->showError(NSLocalizedString("FailedToOpenMail"));
+    });
+}
+
+void ShareScreen::saveCopy(const QUrl& place) {
+    if (m_isCopying || !place.isLocalFile())
+        return;
+    setCopying(true);
+    const auto urlOf = [](const QUrl& url) { return URL::fileURLWithPath(url.toLocalFile().toStdString()); };
+    DispatchQueue::global(QualityOfService::userInitiated)
+        .async([self = QPointer(this), from = urlOf(file()), to = urlOf(place)] {
+            const auto error = copyReplacing(from, to);
+            DispatchQueue::main().async([self, error] {
+                if (!self)
+                    return;
+                self->setCopying(false);
+                if (error)
+                    self->showError(error->localizedDescription());
+                else
+                    self->finish("saveCopy", true);
+            });
+        });
+}
+
+void ShareScreen::setCopying(bool isCopying) {
+    m_isCopying = isCopying;
+    Q_EMIT copyingChanged();
+}
+
+void ShareScreen::showError(const std::string& message) const {
+    if (const auto sheet = controllerAs<UIActivityViewController>())
+        ViewHelper::errorAlert(message, *sheet);
 }
 
 void ShareScreen::close() {

@@ -2,27 +2,46 @@ import QtQuick
 import Anadrome
 
 // An ad in its room, labelled as one; nothing where none has come.
-Rectangle {
+PushButton {
     id: banner
 
-    property BannerItem view: null
+    property BannerItem ad: null
 
-    visible: view !== null && view.filled
-    height: view ? view.height : 0
-    color: Theme.surface
-    Label {
-        anchors { fill: parent; leftMargin: Theme.edge + mark.width; rightMargin: Theme.gap }
-        verticalAlignment: Text.AlignVCenter
-        text: banner.view ? banner.view.text : ""
-        elide: Text.ElideRight
+    visible: ad !== null && ad.filled
+    enabled: visible && ad.leads
+    implicitHeight: visible ? ad.height : 0
+    radius: 0
+    fill: Theme.surface
+    text: ad ? ad.text : ""
+    Accessible.description: Texts.of("Ad")
+    onClicked: ad.click()
+
+    contentItem: Item {
+        Label {
+            id: mark
+            x: Theme.gap
+            anchors.verticalCenter: parent.verticalCenter
+            text: Texts.of("Ad")
+            color: Theme.secondary
+            font.pixelSize: Theme.smallSize
+            font.weight: Font.DemiBold
+        }
+        Image {
+            id: picture
+            anchors { left: mark.right; leftMargin: visible ? Theme.gap : 0; top: parent.top
+                      bottom: parent.bottom; margins: 6 }
+            width: visible ? Math.min(implicitWidth, parent.width * (banner.text ? 0.4 : 0.85)) : 0
+            visible: status === Image.Ready
+            source: banner.ad ? banner.ad.picture : ""
+            sourceSize.height: height * Screen.devicePixelRatio
+            fillMode: Image.PreserveAspectFit
+        }
+        Label {
+            anchors { left: picture.right; leftMargin: Theme.gap; right: parent.right; rightMargin: Theme.gap
+                      verticalCenter: parent.verticalCenter }
+            text: banner.text
+            maximumLineCount: 2
+            elide: Text.ElideRight
+        }
     }
-    Label {
-        id: mark
-        x: Theme.gap
-        anchors.verticalCenter: parent.verticalCenter
-        text: Texts.of("Ad")
-        color: Theme.secondary
-        font.pixelSize: Theme.smallSize
-    }
-    TapHandler { onTapped: banner.view.click() }
 }

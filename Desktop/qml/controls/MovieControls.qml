@@ -11,6 +11,9 @@ Item {
     // The one that is shown.
     readonly property var present: stretches.find(stretch => movie.position <= stretch.end * movie.duration)
     property bool wasPlaying: false
+    property bool isFull: false
+
+    signal fullToggled
 
     function colour(stretch) {
         return stretch.backward ? Theme.pictureBackward : Theme.pictureForward
@@ -45,6 +48,16 @@ Item {
         onLetGo: if (controls.wasPlaying) controls.movie.toggle()
     }
     IconButton {
+        id: full
+        objectName: "fullScreenButton"
+        anchors { right: parent.right; rightMargin: Theme.near; verticalCenter: parent.verticalCenter }
+        name: Texts.of("FullScreen")
+        symbol: controls.isFull ? "full.leave" : "full"
+        ink: Theme.pictureInk
+        hoveredFill: Theme.pictureHovered
+        onClicked: controls.fullToggled()
+    }
+    IconButton {
         id: mute
         anchors { right: volume.left; verticalCenter: parent.verticalCenter }
         name: Texts.of("Sound")
@@ -57,7 +70,7 @@ Item {
         id: volume
         visible: controls.width >= 560
         width: visible ? 110 : 0
-        anchors { right: parent.right; rightMargin: Theme.near; verticalCenter: parent.verticalCenter }
+        anchors { right: full.left; verticalCenter: parent.verticalCenter }
         value: controls.movie.volume
         fill: Theme.pictureSecondary
         groove: Theme.pictureGroove

@@ -17,7 +17,7 @@ Item {
         view.release()
     }
 
-    implicitHeight: words.height + slide.height
+    implicitHeight: words.height + slide.height + 8
 
     Item {
         id: words
@@ -64,5 +64,13 @@ Item {
         onLetGo: control.view.release()
         onLost: control.view.cancel()
         onDoubleClicked: control.reset()
+    }
+    Label {
+        anchors { horizontalCenter: slide.horizontalCenter; bottom: parent.bottom }
+        text: "1.0x"
+        color: Theme.secondary
+        opacity: control.caption.alpha
+        font.pixelSize: Theme.smallSize
+        Accessible.ignored: true
     }
 }

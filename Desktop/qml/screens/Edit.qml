@@ -12,19 +12,28 @@ FocusScope {
     readonly property PlayerItem player: screen.view("playerView")
     readonly property SliderItem seekBar: screen.view("videoSeekBar")
     readonly property BannerItem banner: screen.view("bannerView")
-    // Of the clip, in seconds.
-    readonly property real frame: 1 / 30
 
-    function step(seconds) {
+    function step(frames) {
+        player.pause()
         seekBar.press()
-        seekBar.moveTo(seekBar.value + seconds)
+        seekBar.moveTo(seekBar.value + frames * player.frameSeconds())
         seekBar.release()
     }
 
     focus: true
     Keys.onSpacePressed: player.tap()
-    Keys.onLeftPressed: step(-frame)
-    Keys.onRightPressed: step(frame)
+    Keys.onLeftPressed: step(-1)
+    Keys.onRightPressed: step(1)
+    // As in editors; a key that is held repeats.
+    Keys.onPressed: event => {
+        event.accepted = true
+        switch (event.key) {
+        case Qt.Key_J: step(-1); break
+        case Qt.Key_K: player.pause(); break
+        case Qt.Key_L: player.play(); break
+        default: event.accepted = false
+        }
+    }
 
     ScreenBar {
         id: bar
@@ -57,7 +66,7 @@ FocusScope {
             from: edit.seekBar.from
             to: edit.seekBar.to
             value: edit.seekBar.value
-            step: edit.frame
+            step: edit.player.frameSeconds()
             fill: Theme.pictureBackward
             groove: Theme.pictureGroove
             ink: Theme.pictureSecondary
@@ -96,7 +105,7 @@ FocusScope {
     Item {
         id: foot
         anchors { left: scroll.left; right: parent.right; bottom: parent.bottom }
-        height: create.height + 2 * Theme.gap + (ad.visible ? ad.height : 0)
+        height: create.height + 2 * Theme.gap + bannerPlace.implicitHeight
         PrimaryButton {
             id: create
             objectName: "createButton"
@@ -106,9 +115,9 @@ FocusScope {
             view: edit.screen.view("createButton")
         }
         Banner {
-            id: ad
+            id: bannerPlace
             anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
-            view: edit.banner
+            ad: edit.banner
         }
     }
 }

@@ -12,22 +12,55 @@ FocusScope {
     readonly property MoviePlayer movie: screen.player
 
     focus: true
+    readonly property bool isFull: Window.visibility === Window.FullScreen
+
+    property int visibilityBefore: Window.Windowed
+
+    function toggleFull() {
+        const window = preview.Window.window
+        if (isFull) {
+            window.visibility = visibilityBefore
+        } else {
+            visibilityBefore = window.visibility
+            window.visibility = Window.FullScreen
+        }
+    }
+
     Keys.onSpacePressed: movie.toggle()
+    Keys.onEscapePressed: event => {
+        if (isFull)
+            toggleFull()
+        else
+            event.accepted = false
+    }
+    Keys.onPressed: event => {
+        event.accepted = event.key === Qt.Key_F || event.key === Qt.Key_F11
+        if (event.accepted)
+            toggleFull()
+    }
     Keys.onLeftPressed: movie.seek(movie.position - 1)
     Keys.onRightPressed: movie.seek(movie.position + 1)
-    onIsSeenChanged: if (!isSeen) movie.pause()
+    onIsSeenChanged: {
+        if (isSeen)
+            return
+        movie.pause()
+        if (isFull)
+            toggleFull()
+    }
 
     ScreenBar {
         id: bar
         width: parent.width
+        visible: !preview.isFull
         host: preview.host
         title: Texts.of("PreviewTitle")
     }
 
     Rectangle {
         id: stage
-        anchors { left: parent.left; top: bar.bottom; bottom: preview.isWide ? parent.bottom : doings.top
-                  right: preview.isWide ? doings.left : parent.right }
+        anchors { left: parent.left; top: preview.isFull ? parent.top : bar.bottom
+                  bottom: preview.isWide || preview.isFull ? parent.bottom : doings.top
+                  right: preview.isWide && !preview.isFull ? doings.left : parent.right }
         color: Theme.stage
 
         Pictures {
@@ -35,18 +68,24 @@ FocusScope {
             anchors { left: parent.left; right: parent.right; top: parent.top; bottom: controls.top }
             view: preview.screen.view("moviePlayer")
             isSeen: preview.isSeen
-            TapHandler { onTapped: preview.movie.toggle() }
+            TapHandler {
+                onTapped: preview.movie.toggle()
+                onDoubleTapped: preview.toggleFull()
+            }
         }
         MovieControls {
             id: controls
             anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
             movie: preview.movie
             stretches: preview.screen.stretches
+            isFull: preview.isFull
+            onFullToggled: preview.toggleFull()
         }
     }
 
     Item {
         id: doings
+        visible: !preview.isFull
         anchors { right: parent.right; bottom: parent.bottom; top: preview.isWide ? bar.bottom : undefined }
         width: preview.isWide ? Theme.controlColumn : parent.width
         height: preview.isWide ? undefined : ways.implicitHeight + 2 * Theme.edge

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Dialogs
 import Anadrome
 
 // The ways in which a movie or a text goes to other programs.
@@ -7,10 +8,18 @@ Sheet {
 
     required property ShareScreen screen
     readonly property bool hasFile: screen.file.toString() !== ""
+    readonly property bool hasText: screen.text !== ""
 
-    title: Texts.of("ShareTitle")
+    title: Texts.of(screen.copying ? "Working" : "ShareTitle")
     onClosed: screen.close()
 
+    FileDialog {
+        id: place
+        fileMode: FileDialog.SaveFile
+        title: Texts.of("ShareSaveCopy")
+        selectedFile: sheet.screen.file
+        onAccepted: sheet.screen.saveCopy(selectedFile)
+    }
     Label {
         width: parent.width
         leftPadding: Theme.near
@@ -19,17 +28,20 @@ Sheet {
         color: Theme.secondary
     }
     RowGroup {
-        visible: sheet.hasFile
+        enabled: !sheet.screen.copying
         rows: [
-            { text: Texts.of("ShareOpenWith"), symbol: "open", go: () => sheet.screen.openWithOtherProgram() },
-            { text: Texts.of("ShareShowFolder"), symbol: "folder", go: () => sheet.screen.showInFileManager() },
-            { text: Texts.of("ShareCopyFile"), symbol: "copy", go: () => sheet.screen.copyFile() }
-        ]
-        onChosen: row => row.go()
-    }
-    RowGroup {
-        visible: sheet.screen.text !== ""
-        rows: [{ text: Texts.of("ShareCopyText"), symbol: "copy.text", go: () => sheet.screen.copyText() }]
+            { text: Texts.of("ShareSaveCopy"), symbol: "save", offered: sheet.hasFile, go: () => place.open() },
+            { text: Texts.of("ShareOpenWith"), symbol: "open", offered: sheet.hasFile,
+              go: () => sheet.screen.openWithOtherProgram() },
+            { text: Texts.of("ShareShowFolder"), symbol: "folder", offered: sheet.hasFile,
+              go: () => sheet.screen.showInFileManager() },
+            { text: Texts.of("ShareMail"), symbol: "envelope", offered: sheet.screen.canMail,
+              go: () => sheet.screen.mail() },
+            { text: Texts.of("ShareCopyFile"), symbol: "copy", offered: sheet.hasFile,
+              go: () => sheet.screen.copyFile() },
+            { text: Texts.of("ShareCopyText"), symbol: "copy.text", offered: sheet.hasText,
+              go: () => sheet.screen.copyText() }
+        ].filter(row => row.offered)
         onChosen: row => row.go()
     }
 }

@@ -49,6 +49,9 @@ UMPConsentFormViewController::addButton(const std::string& name, std::string tit
 
 void UMPConsentFormViewController::addRow(const UMPConsentPurpose& purpose) {
     const PurposeRow row{std::make_shared<UILabel>(), std::make_shared<UISwitch>()};
+    const std::string name = "consentPurpose" + std::to_string(m_rows.size());
+    row.label->setAccessibilityIdentifier(name + "Label");
+    row.acceptance->setAccessibilityIdentifier(name + "Switch");
     row.label->setText(purpose.name);
     row.label->setHidden(true);
     row.acceptance->setHidden(true);

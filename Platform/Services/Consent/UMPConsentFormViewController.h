@@ -19,7 +19,8 @@ class UISwitch;
 /// these closes it. A front end shows its views; accept and refuse are to have the same weight.
 ///
 /// The views are named consentTitle, consentMessage, consentAccept, consentRefuse, consentManage and
-/// consentConfirm; the last, and the purposes' rows, are hidden until the user wants to choose.
+/// consentConfirm, those of the purposes' rows consentPurpose0Label, consentPurpose0Switch and so on; the
+/// rows and consentConfirm are hidden until the user wants to choose.
 class UMPConsentFormViewController : public UIViewController {
 public:
     /// A purpose's name, and whether it is accepted; off at first.

@@ -17,14 +17,4 @@ public:
     void close() override;
 };
 
-/// A mail to be written.
-class MailScreen : public ShownScreen {
-    Q_OBJECT
-
-public:
-    using ShownScreen::ShownScreen;
-
-    void close() override;
-};
-
 } // namespace anadrome::desktop

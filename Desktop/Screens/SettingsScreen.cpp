@@ -1,6 +1,5 @@
-#include "Desktop/Screens/OutwardScreens.h"
+#include "Desktop/Screens/SettingsScreen.h"
 
-#include "Platform/MessageUI/MFMailComposeViewController.h"
 #include "Platform/UIKit/UINavigationController.h"
 
 namespace anadrome::desktop {
@@ -11,11 +10,6 @@ void SettingsScreen::close() {
         return;
     if (const auto done = stack->topViewController()->navigationItem().rightBarButtonItem())
         done->tap();
-}
-
-void MailScreen::close() {
-    if (const auto composer = controllerAs<MFMailComposeViewController>())
-        composer->finish(MFMailComposeResult::cancelled);
 }
 
 } // namespace anadrome::desktop
