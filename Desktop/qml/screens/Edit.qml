@@ -44,7 +44,9 @@ FocusScope {
 
     Rectangle {
         id: preview
-        readonly property real most: (edit.height - bar.height) / 2
+        // At most half, and some of the controls are to be seen as well.
+        readonly property real most: Math.max(140, Math.min((edit.height - bar.height) / 2,
+                                                           edit.height - bar.height - foot.height - 250))
         anchors.top: bar.bottom
         width: edit.isWide ? edit.width - Theme.controlColumn : edit.width
         height: edit.isWide ? edit.height - bar.height

@@ -92,7 +92,12 @@ public:
     }
     void waitForScreen(const QString& kind) {
         waitFor("a screen", [&] { return screen().kind() == kind && !m_app.host().hud()->isVisible(); });
-        runEventLoopFor(1200ms);
+        runEventLoopFor(600ms);
+    }
+    void openClip(const QUrl& clip) {
+        m_app.host().openClip(clip);
+        waitForScreen("Edit");
+        waitFor("the clip to run", [&] { return view<SliderItem>("videoSeekBar").value() > 0.5; });
     }
     void closeAll() {
         while (ShownScreen* over = m_app.host().presented()->top()) {
@@ -108,7 +113,8 @@ public:
         pictureNow(name);
     }
     void pictureNow(const QString& name) {
-        const QString file = m_folder + '/' + name + ".png";
+        const QString file =
+            QString("%1/%2-%3.png").arg(m_folder).arg(++m_count, 2, 10, QChar('0')).arg(name);
         if (!m_app.window().grabWindow().save(file))
             fail("Can't write " + file);
     }
@@ -121,6 +127,7 @@ public:
 
 private:
     const QString m_folder;
+    int m_count = 0;
     DesktopApp m_app;
 };
 
@@ -157,12 +164,10 @@ void showConsentAndAd(Tour& tour) {
 }
 
 void showEdit(Tour& tour, const QUrl& clip, BannerSource& ads) {
-    tour.app().host().openClip(clip);
-    tour.waitForScreen("Edit");
+    tour.openClip(clip);
     tour.picture("edit");
     ads.hasBanner = true;
-    tour.app().host().openClip(clip);
-    tour.waitForScreen("Edit");
+    tour.openClip(clip);
     ads.hasBanner = false;
     tour.view<SegmentsItem>("outputTypeSegmentedControl").tap(1);
     qobject_cast<SwitchItem*>(tour.screen().view("exifSwitch"))->tap();

@@ -4,6 +4,7 @@
 #include "Desktop/Items/ControlItems.h"
 #include "Desktop/Items/TextItems.h"
 #include "Desktop/Screens/FilesScreen.h"
+#include "Desktop/Screens/PreviewScreen.h"
 #include "Platform/Foundation/NSUserDefaults.h"
 #include "Platform/Foundation/Print.h"
 #include "Platform/Services/Deployment.h"
@@ -59,6 +60,15 @@ protected:
         QRectF found;
         visit(window().contentItem(), [&](QQuickItem& item) {
             if (item.objectName() == name && item.isVisible())
+                found = item.mapRectToScene(QRectF(0, 0, item.width(), item.height()));
+        });
+        return found;
+    }
+    /// Of an item that shows that text.
+    QRectF placeOfText(const QString& text) {
+        QRectF found;
+        visit(window().contentItem(), [&](QQuickItem& item) {
+            if (item.property("text").toString() == text && item.isVisible())
                 found = item.mapRectToScene(QRectF(0, 0, item.width(), item.height()));
         });
         return found;

@@ -1,0 +1,184 @@
+// The program on a display server, seen by what stands on the screen, and operated by the server's own mouse
+// and keyboard.
+
+#include "Tests/Desktop/Window/WindowTest.h"
+#include "Tests/Support/PictureReading.h"
+#include "Tests/Support/Shell.h"
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+namespace anadrome::desktop {
+
+using namespace testing_support;
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr double clipSeconds = 3;
+const ClipOptions numbered{.width = 640, .height = 360, .frames = 90, .audioCodec = "aac"};
+
+LumaPicture lumaOf(const QImage& image) {
+    const QImage grey = image.convertToFormat(QImage::Format_Grayscale8);
+    LumaPicture luma{.width = grey.width(), .height = grey.height()};
+    for (int y = 0; y < grey.height(); ++y)
+        luma.samples.insert(luma.samples.end(), grey.constScanLine(y), grey.constScanLine(y) + grey.width());
+    return luma;
+}
+
+nlohmann::json probed(const fs::path& movie) {
+    return nlohmann::json::parse(
+        outputOf("ffprobe -v error -of json -show_streams -show_format '" + movie.string() + "'"));
+}
+
+} // namespace
+
+class EndToEndTest : public WindowTest {
+protected:
+    EndToEndTest() {
+        // The server's keys go where it is told, since nobody manages windows there.
+        user("windowfocus --sync " + std::to_string(window().winId()));
+        EXPECT_TRUE(waitUntil([&] { return window().isActive(); }));
+    }
+
+    static void user(const std::string& does) {
+        outputOf("xdotool " + does);
+        runEventLoopFor(std::chrono::milliseconds(100));
+    }
+    std::string onScreen(QPointF point) {
+        const QPoint global = window().mapToGlobal(point).toPoint();
+        return std::to_string(global.x()) + ' ' + std::to_string(global.y()) + ' ';
+    }
+    void clickAt(QPointF point) { user("mousemove --sync " + onScreen(point) + "click 1"); }
+    void clickOn(const QString& name) {
+        ASSERT_TRUE(waitUntil([&] { return !place(name).isEmpty(); })) << name.toStdString();
+        clickAt(place(name).center());
+    }
+    void clickSegment(const QString& name, double part) {
+        const QRectF all = place(name);
+        clickAt({all.left() + all.width() * part, all.center().y()});
+    }
+    void dragSlider(const QString& name, double part) {
+        const QRectF slider = place(name);
+        const QPointF thumb(slider.center().x(), slider.center().y());
+        user("mousemove --sync " + onScreen(thumb) + "mousedown 1");
+        for (int step = 1; step <= 5; ++step)
+            user("mousemove --sync " + onScreen(thumb + QPointF(slider.width() * part * step / 5, 0)));
+        user("mouseup 1");
+    }
+
+    /// Through the file dialog that the toolkit brings along where a desktop has none.
+    void chooseFile(const std::string& name) {
+        fs::current_path(m_folder.path());
+        clickOn("iCloudButton");
+        for (const QString& text : {QString::fromStdString(name), QString("Open")}) {
+            ASSERT_TRUE(waitUntil([&] { return !placeOfText(text).isEmpty(); })) << text.toStdString();
+            clickAt(placeOfText(text).center());
+        }
+        ASSERT_TRUE(waitForScreen("Edit"));
+    }
+
+    std::optional<int> numberOnScreen() {
+        return readFrameNumber(lumaOf(window().grabWindow().copy(place("playerView").toRect())));
+    }
+    /// The numbers of the clip's pictures as they come to the screen within that time, each once.
+    std::vector<int> numbersOnScreen(std::chrono::milliseconds time) {
+        std::vector<int> numbers;
+        runEventLoopUntil(
+            [&] {
+                const auto number = numberOnScreen();
+                if (number && (numbers.empty() || numbers.back() != *number))
+                    numbers.push_back(*number);
+                return false;
+            },
+            time);
+        return numbers;
+    }
+};
+
+TEST_F(EndToEndTest, AClipIsWatchedBackwardSpedUpJoinedMadePlayedAndSaved) {
+    clip("clip.mp4", numbered);
+    chooseFile("clip.mp4");
+    const std::vector<int> seen = numbersOnScreen(std::chrono::seconds(2));
+    EXPECT_GT(seen.size(), 10u);
+    EXPECT_TRUE(std::ranges::is_sorted(seen, std::greater())) << "the pictures run backward";
+
+    dragSlider("reverseSpeedSlider", 1.0 / 18);
+    ASSERT_TRUE(waitForScreen("Edit"));
+    const double speed = view<LabelItem>("reverseSpeedValueLabel").text().chopped(1).toDouble();
+    EXPECT_NEAR(speed, 2, 0.3);
+
+    const std::pair<double, const char*> types[] = {
+        {0.9, "Forward, then backward"}, {0.1, "Backward"}, {0.5, "Backward, then forward"}};
+    for (const auto& [part, name] : types) {
+        clickSegment("outputTypeSegmentedControl", part);
+        EXPECT_EQ(view<LabelItem>("outputTypeValueLabel").text(), name);
+    }
+    clickOn("createButton");
+    EXPECT_TRUE(waitUntil([&] { return host().hud()->isVisible() && host().hud()->kind() == "pie"; }));
+    ASSERT_TRUE(waitForScreen("Preview"));
+
+    const auto* movie = qobject_cast<PreviewScreen*>(&screen())->player();
+    user("key space");
+    EXPECT_TRUE(waitUntil([&] { return movie->position() > 0.5; }));
+    user("key space");
+    EXPECT_FALSE(movie->isPlaying());
+    clickOn("saveButton");
+    ASSERT_TRUE(waitUntil([&] { return host().hud()->isVisible() && host().hud()->kind() == "tick"; }));
+
+    const fs::path library = m_folder.path() / "Videos" / "Anadrome";
+    ASSERT_EQ(std::distance(fs::directory_iterator(library), {}), 1);
+    const auto found = probed(fs::directory_iterator(library)->path());
+    EXPECT_NEAR(std::stod(found["format"]["duration"].get<std::string>()), clipSeconds / speed + clipSeconds,
+                0.15);
+    std::vector<std::string> codecs;
+    for (const auto& stream : found["streams"])
+        codecs.push_back(stream["codec_name"]);
+    std::ranges::sort(codecs);
+    EXPECT_EQ(codecs, (std::vector<std::string>{"aac", "h264"}));
+}
+
+TEST_F(EndToEndTest, SettingsAndErrorsComeAndGoAndTheClipCanBeLeft) {
+    clickOn("infoButton");
+    ASSERT_TRUE(waitUntil([&] { return over() && over()->kind() == "Settings"; }));
+    settle();
+    // Nobody writes mails here.
+    clickOn("ladybug");
+    ASSERT_TRUE(waitUntil([&] { return over()->kind() == "Alert"; }));
+    settle();
+    user("key Return");
+    ASSERT_TRUE(waitUntil([&] { return over()->kind() == "Settings"; }));
+    clickOn("closeButton");
+    ASSERT_TRUE(waitUntil([&] { return !over(); }));
+    settle();
+
+    clip("clip.mp4", numbered);
+    chooseFile("clip.mp4");
+    fs::resize_file(path("clip.mp4"), 1000);
+    clickOn("createButton");
+    ASSERT_TRUE(waitUntil([&] { return over() && over()->kind() == "Alert"; }));
+    settle();
+    clickOn("choice0");
+    ASSERT_TRUE(waitUntil([&] { return !over(); }));
+    settle();
+    user("key Escape");
+    clickOn("backButton");
+    EXPECT_TRUE(waitForScreen("Title"));
+}
+
+struct JapaneseUser {
+    const Environment language{"LC_ALL", "ja_JP.UTF-8"};
+};
+
+class EndToEndTestInJapanese : private JapaneseUser, public EndToEndTest {};
+
+TEST_F(EndToEndTestInJapanese, EveryTextOfTheRoadIsTheUsersLanguage) {
+    EXPECT_EQ(view<ButtonItem>("iCloudButton").title(), "ファイルを開く");
+    clip("clip.mp4", numbered);
+    chooseFile("clip.mp4");
+    EXPECT_EQ(view<ButtonItem>("createButton").title(), "作成");
+    clickSegment("outputTypeSegmentedControl", 0.9);
+    EXPECT_EQ(view<LabelItem>("outputTypeValueLabel").text(), "順再生のあと逆再生");
+}
+
+} // namespace anadrome::desktop
