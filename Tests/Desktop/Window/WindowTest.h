@@ -55,6 +55,14 @@ protected:
         return true;
     }
 
+    /// Each item within, rearmost first.
+    template <typename Visit>
+    static void visit(QQuickItem* item, Visit&& see) {
+        see(*item);
+        for (QQuickItem* child : item->childItems())
+            visit(child, see);
+    }
+
     /// The visible item of that name, in the window's coordinates; empty if there is none.
     QRectF place(const QString& name) {
         QRectF found;
@@ -94,14 +102,6 @@ protected:
     const testing_support::Environment m_state{"XDG_STATE_HOME", m_folder.file("state")};
     const testing_support::Environment m_configuration{"XDG_CONFIG_HOME", m_folder.file("config")};
     std::unique_ptr<DesktopApp> m_app;
-
-private:
-    template <typename Visit>
-    static void visit(QQuickItem* item, Visit&& see) {
-        see(*item);
-        for (QQuickItem* child : item->childItems())
-            visit(child, see);
-    }
 };
 
 } // namespace anadrome::desktop

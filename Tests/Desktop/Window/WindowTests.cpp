@@ -2,9 +2,11 @@
 #include "Tests/Desktop/Window/WindowTest.h"
 #include "Tests/Support/MovieReader.h"
 
+#include <QAccessible>
 #include <QQmlComponent>
 #include <cmath>
 #include <filesystem>
+#include <set>
 
 namespace anadrome::desktop {
 
@@ -123,6 +125,41 @@ TEST_F(WindowTest, AFileThatIsNoMovieEndsInADialogAndTheWayBackIsOpen) {
     settle();
     click("backButton");
     EXPECT_EQ(screen().kind(), "Title");
+}
+
+TEST_F(WindowTest, TheTabKeyReachesAllThatCanBeOperatedAndEachHasANameAndARole) {
+    const auto check = [&](const char* where) {
+        std::set<QQuickItem*> operable;
+        visit(window().contentItem(), [&](QQuickItem& item) {
+            if (item.activeFocusOnTab() && item.isVisible() && item.isEnabled())
+                operable.insert(&item);
+        });
+        EXPECT_GT(operable.size(), 3u) << where;
+        std::set<QQuickItem*> reached;
+        for (std::size_t presses = 0; presses < 2 * operable.size(); ++presses) {
+            press(Qt::Key_Tab);
+            reached.insert(window().activeFocusItem());
+        }
+        for (QQuickItem* item : operable) {
+            const std::string name = item->objectName().toStdString() + " on " + where;
+            EXPECT_TRUE(reached.contains(item)) << name;
+            const auto* told = QAccessible::queryAccessibleInterface(item);
+            ASSERT_TRUE(told) << name;
+            EXPECT_FALSE(told->text(QAccessible::Name).isEmpty()) << name;
+            EXPECT_NE(told->role(), QAccessible::NoRole) << name;
+        }
+    };
+    check("Title");
+    click("infoButton");
+    settle();
+    check("Settings");
+    press(Qt::Key_Escape);
+    settle();
+    openClip(clip("clip.mp4", shortClip));
+    check("Edit");
+    click("createButton");
+    ASSERT_TRUE(waitForScreen("Preview"));
+    check("Preview");
 }
 
 TEST_F(WindowTest, TextsCanBeReadOnEverySurfaceInLightAndDark) {

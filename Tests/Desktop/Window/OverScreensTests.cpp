@@ -1,0 +1,82 @@
+// What lies over the screens for a while: ads, the question for consent, the share sheet.
+
+#include "Desktop/Screens/ShareScreen.h"
+#include "Platform/Services/Ads/GADFullScreenAdViewController.h"
+#include "Platform/Services/Consent/UMPConsentFormViewController.h"
+#include "Platform/UIKit/UIActivityViewController.h"
+#include "Platform/UIKit/UIApplication.h"
+#include "Platform/UIKit/UIWindow.h"
+#include "Tests/Desktop/Window/WindowTest.h"
+
+#include <fstream>
+
+namespace anadrome::desktop {
+
+class OverScreensTest : public WindowTest {
+protected:
+    void present(const std::shared_ptr<UIViewController>& controller) {
+        UIApplication::sharedApplication().windows().at(0)->rootViewController()->presentViewController(
+            controller, true);
+        settle();
+    }
+    std::string contentsOf(const std::string& name) const {
+        std::ifstream file(path(name));
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    void write(const std::string& name, const std::string& text) const { std::ofstream(path(name)) << text; }
+    static QUrl fileUrl(const std::string& path) { return QUrl::fromLocalFile(QString::fromStdString(path)); }
+};
+
+TEST_F(OverScreensTest, AFullScreenAdGivesWayOnlyAfterItsTimeAndThenToTheButtonInTheCorner) {
+    present(
+        std::make_shared<GADFullScreenAdViewController>(GADAdContent{.text = "An ad", .picture = "none"}));
+    ASSERT_TRUE(over() && over()->kind() == "Ad");
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(place("closeButton").isEmpty());
+    EXPECT_TRUE(over());
+    ASSERT_TRUE(waitUntil([&] { return !place("closeButton").isEmpty(); }));
+    click("closeButton");
+    EXPECT_TRUE(waitUntil([&] { return !over(); }));
+}
+
+TEST_F(OverScreensTest, TheQuestionForConsentStaysUntilItIsAnsweredPurposeByPurpose) {
+    const auto form = std::make_shared<UMPConsentFormViewController>(
+        UMPConsentQuestion{true, "May we?", {{"one", "The first"}, {"two", "The second"}}});
+    std::optional<UMPConsentAnswers> given;
+    form->setAnswered([&](UMPConsentAnswers answers) { given = std::move(answers); });
+    present(form);
+    press(Qt::Key_Escape);
+    settle();
+    ASSERT_TRUE(over() && over()->kind() == "Consent");
+    EXPECT_EQ(place("consentAccept").size(), place("consentRefuse").size());
+    click("consentManage");
+    settle();
+    click("consentPurpose1Switch");
+    click("consentConfirm");
+    ASSERT_TRUE(given);
+    EXPECT_FALSE(given->isAllAccepted);
+    EXPECT_EQ(given->byPurpose, (std::map<std::string, bool>{{"one", false}, {"two", true}}));
+}
+
+TEST_F(OverScreensTest, ACopyIsSavedOverAnotherFileAndAFailureKeepsTheSheet) {
+    write("movie.mov", "the movie");
+    write("old.mov", "something older");
+    const auto sheet = std::make_shared<UIActivityViewController>(
+        std::vector<UIActivityViewController::Item>{URL::fileURLWithPath(path("movie.mov"))});
+    std::optional<bool> completed;
+    sheet->setCompletionHandler([&](const auto&, bool isCompleted) { completed = isCompleted; });
+    present(sheet);
+    auto& screen = *qobject_cast<ShareScreen*>(over());
+    screen.saveCopy(fileUrl(path("nowhere/movie.mov")));
+    ASSERT_TRUE(waitUntil([&] { return over()->kind() == "Alert"; }));
+    settle();
+    press(Qt::Key_Return);
+    ASSERT_TRUE(waitUntil([&] { return over()->kind() == "ShareSheet"; }));
+    EXPECT_FALSE(completed);
+    screen.saveCopy(fileUrl(path("old.mov")));
+    EXPECT_TRUE(waitUntil([&] { return completed.value_or(false); }));
+    EXPECT_EQ(contentsOf("old.mov"), "the movie");
+    EXPECT_EQ(contentsOf("movie.mov"), "the movie");
+}
+
+} // namespace anadrome::desktop
