@@ -5,6 +5,7 @@
 #include "Desktop/Items/PlayerItem.h"
 #include "Desktop/Items/TextItems.h"
 #include "Platform/AVKit/AVPlayerLayerView.h"
+#include "Platform/Foundation/NSNotificationCenter.h"
 #include "Platform/Foundation/NSUserDefaults.h"
 #include "Platform/Foundation/ProcessSetUp.h"
 #include "Platform/Foundation/TemporaryDirectory.h"
@@ -111,10 +112,13 @@ void open(DesktopApp& app, const QString& clip, std::function<void()> drawn) {
 }
 
 void measureStart(DesktopApp& app) {
-    QObject::connect(&app.window(), &QQuickWindow::frameSwapped, qApp, [] {
-        std::cout << millisecondsSinceProcessStart() << std::endl;
-        QCoreApplication::quit();
-    });
+    QObject::connect(
+        &app.window(), &QQuickWindow::frameSwapped, qApp,
+        [] {
+            std::cout << millisecondsSinceProcessStart() << std::endl;
+            QCoreApplication::quit();
+        },
+        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
 }
 
 void measureOpening(DesktopApp& app, const QString& clip) {
