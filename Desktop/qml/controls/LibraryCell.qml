@@ -49,7 +49,6 @@ Item {
             color: Theme.secondary
             font.pixelSize: Theme.smallSize
             horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.WrapAnywhere
             maximumLineCount: 3
             elide: Text.ElideRight
             Accessible.ignored: true
@@ -78,5 +77,7 @@ Item {
     }
     HoverHandler { id: pointer }
     TapHandler { onTapped: cell.chosen() }
+    // On a picture of the ring's colour too.
+    FocusRing { of: cell; anchors.margins: 2; radius: 0; border.color: Theme.background; shown: cell.activeFocus }
     FocusRing { of: cell; anchors.margins: 0; radius: 0; border.width: 3; shown: cell.activeFocus }
 }

@@ -18,6 +18,7 @@ ListView {
 
     model: lines
     spacing: 4
+    bottomMargin: Theme.gap
     clip: true
     boundsBehavior: Flickable.StopAtBounds
     activeFocusOnTab: true
@@ -63,6 +64,7 @@ ListView {
         Label {
             visible: line.heading !== ""
             height: Theme.touch
+            leftPadding: Theme.near
             verticalAlignment: Text.AlignVCenter
             text: line.heading
             font.weight: Font.DemiBold

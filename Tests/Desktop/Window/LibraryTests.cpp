@@ -45,6 +45,9 @@ TEST_F(LibraryTest, ArrowsWalkThroughTheMonthsAndEnterOpensTheClip) {
         press(key);
         EXPECT_EQ(library.lines()->current(), row) << key;
     }
+    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Left, Qt::Key_Right})
+        press(key);
+    EXPECT_EQ(library.lines()->current(), 1) << "Tab leads to the button that closes and back";
     press(Qt::Key_Return);
     ASSERT_TRUE(waitForScreen("Edit"));
     EXPECT_NEAR(view<SliderItem>("videoSeekBar").to(), 4, 0.1);
