@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <set>
 #include <sys/stat.h>
+#include <tuple>
 
 namespace anadrome::desktop {
 

@@ -3,6 +3,7 @@
 #include "Desktop/Texts.h"
 
 #include <QDateTime>
+#include <utility>
 
 namespace anadrome::desktop {
 

@@ -35,7 +35,8 @@ Item {
         Accessible.ignored: true
     }
     Column {
-        anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; margins: Theme.near }
+        anchors { left: parent.left; right: parent.right; margins: Theme.near
+                  verticalCenter: parent.verticalCenter }
         visible: cell.shownClip.broken
         spacing: 4
         Icon {
@@ -78,6 +79,12 @@ Item {
     HoverHandler { id: pointer }
     TapHandler { onTapped: cell.chosen() }
     // On a picture of the ring's colour too.
-    FocusRing { of: cell; anchors.margins: 2; radius: 0; border.color: Theme.background; shown: cell.activeFocus }
+    FocusRing {
+        of: cell
+        anchors.margins: 2
+        radius: 0
+        border.color: Theme.background
+        shown: cell.activeFocus
+    }
     FocusRing { of: cell; anchors.margins: 0; radius: 0; border.width: 3; shown: cell.activeFocus }
 }

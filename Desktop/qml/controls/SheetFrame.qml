@@ -38,7 +38,8 @@ FocusScope {
             width: parent.width
             height: 60
             Label {
-                anchors { left: parent.left; leftMargin: Theme.edge; right: close.left; verticalCenter: parent.verticalCenter }
+                anchors { left: parent.left; leftMargin: Theme.edge; right: close.left
+                          verticalCenter: parent.verticalCenter }
                 text: frame.title
                 font.pixelSize: Theme.headSize
                 font.weight: Font.DemiBold
@@ -48,7 +49,8 @@ FocusScope {
             IconButton {
                 id: close
                 objectName: "closeButton"
-                anchors { right: parent.right; rightMargin: Theme.near; verticalCenter: parent.verticalCenter }
+                anchors { right: parent.right; rightMargin: Theme.near
+                          verticalCenter: parent.verticalCenter }
                 name: Texts.of("Close")
                 symbol: "close"
                 onClicked: frame.closed()
