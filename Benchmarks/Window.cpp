@@ -96,19 +96,16 @@ AVPlayer& previewPlayer() {
     throw std::runtime_error("The Edit screen has no player");
 }
 
+constexpr auto onceLater = static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection);
+
 /// Calls back when the clip's first picture has been drawn.
-void open(DesktopApp& app, const QString& clip, std::function<void()> drawn) {
+void open(DesktopApp& app, const QString& clip, const std::function<void()>& drawn) {
     app.host().openClip(QUrl::fromLocalFile(clip));
-    auto* context = new QObject(&app.window());
-    QObject::connect(&previewSink(app), &QVideoSink::videoFrameChanged, context,
-                     [&app, context, drawn = std::move(drawn)] {
-                         // The next picture of the window has it.
-                         QObject::connect(&app.window(), &QQuickWindow::frameSwapped, context,
-                                          [context, drawn] {
-                                              delete context;
-                                              drawn();
-                                          });
-                     });
+    QObject::connect(
+        &previewSink(app), &QVideoSink::videoFrameChanged, qApp,
+        // The next picture of the window has it.
+        [&app, drawn] { QObject::connect(&app.window(), &QQuickWindow::frameSwapped, qApp, drawn, onceLater); },
+        Qt::SingleShotConnection);
 }
 
 void measureStart(DesktopApp& app) {
@@ -118,7 +115,7 @@ void measureStart(DesktopApp& app) {
             std::cout << millisecondsSinceProcessStart() << std::endl;
             QCoreApplication::quit();
         },
-        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+        onceLater);
 }
 
 void measureOpening(DesktopApp& app, const QString& clip) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDate>
 #include <QObject>
 #include <QtQmlIntegration>
 
@@ -18,6 +19,10 @@ public:
     Q_INVOKABLE static QString of(const QString& key);
     /// A time of a movie: "1:05.3".
     Q_INVOKABLE static QString clock(double seconds);
+    /// A clip's length in whole seconds, of which every clip has one: "1:05", "1:02:05".
+    static QString length(double seconds);
+    /// The month of a day: "March 2024".
+    static QString month(const QDate& day);
 };
 
 } // namespace anadrome::desktop

@@ -15,7 +15,7 @@ FocusScope {
     Keys.onEscapePressed: screen.close()
 
     Component.onCompleted: {
-        const drawn = ["Ad", "Alert", "Consent", "Files", "Settings", "ShareSheet"]
+        const drawn = ["Ad", "Alert", "Consent", "Files", "Library", "Settings", "ShareSheet"]
         const file = drawn.includes(screen.kind) ? screen.kind : "Unfinished"
         loader.setSource("screens/" + file + ".qml", { screen: screen })
         opacity = 1

@@ -35,6 +35,7 @@ QtObject {
     readonly property color pictureForward: "#2CC4B5"
     readonly property color veil: "#66000000"
     readonly property color sign: "#80000000"
+    readonly property color badge: "#B3000000"
     readonly property color hudCard: "#F0242831"
     readonly property color hudText: "#F2F3F5"
     readonly property color hudAccent: "#F5A524"
@@ -56,6 +57,8 @@ QtObject {
     readonly property int controlColumn: 380
 
     readonly property int appear: 180
+    // What takes no longer needs no sign of being busy.
+    readonly property int patience: 400
     // What moves doesn't where the desktop asks for that; what fades still does.
     readonly property int move: Appearance.reducedMotion ? 0 : appear
 }

@@ -23,8 +23,8 @@ std::vector<std::string> languages() {
 
 } // namespace
 
-NSBundle::NSBundle() {
-    const std::string language = preferredLanguage(languages());
+NSBundle::NSBundle() : m_localizations{preferredLanguage(languages())} {
+    const std::string& language = m_localizations.front();
     QFile file(QString::fromStdString(":/" + language + suffix + "/Localizable.strings"));
     if (!file.open(QIODevice::ReadOnly))
         return;

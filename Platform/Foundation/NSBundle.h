@@ -2,6 +2,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 namespace anadrome {
 
@@ -17,9 +18,13 @@ public:
     /// one language isn't looked for in another.
     std::string localizedStringForKey(const std::string& key) const;
 
+    /// The languages that the texts are taken from: one, by its two-letter code.
+    const std::vector<std::string>& preferredLocalizations() const { return m_localizations; }
+
 private:
     NSBundle();
 
+    std::vector<std::string> m_localizations;
     std::map<std::string, std::string> m_texts;
 };
 
