@@ -15,7 +15,7 @@ FocusScope {
     Keys.onEscapePressed: screen.close()
 
     Component.onCompleted: {
-        const drawn = ["Alert", "ShareSheet", "Settings", "Files"]
+        const drawn = ["Alert", "ShareSheet", "Settings", "Files", "Camera"]
         const file = drawn.includes(screen.kind) ? screen.kind : "Unfinished"
         loader.setSource("screens/" + file + ".qml", { screen: screen })
         opacity = 1
