@@ -86,15 +86,12 @@ void CameraScreen::openCamera() {
 
 void CameraScreen::cameraEnded(const NSError& error) {
     m_isCameraGone = true;
-    switch (m_state) {
-    case Recording:
-        // What was recorded is on its way.
+    // What was recorded is on its way.
+    if (m_isTaking)
         return setState(Waiting);
-    case Live:
+    if (m_state == Live)
         return fail("CameraLost");
-    default:
-        return fail(error.code() == AVErrorDeviceInUseByAnotherApplication ? "CameraBusy" : "CameraMissing");
-    }
+    fail(error.code() == AVErrorDeviceInUseByAnotherApplication ? "CameraBusy" : "CameraMissing");
 }
 
 void CameraScreen::fail(const char* noticeKey) {
@@ -106,6 +103,7 @@ void CameraScreen::record() {
     if (m_state != Live)
         return;
     m_session->startRecording(fileForClip(), AVFileTypeQuickTimeMovie);
+    m_isTaking = true;
     setState(Recording);
 }
 
@@ -117,6 +115,7 @@ void CameraScreen::stop() {
 }
 
 void CameraScreen::recorded(const URL& file, const std::optional<NSError>& error) {
+    m_isTaking = false;
     if (error && error->code() == AVErrorNoDataCaptured && !m_isCameraGone)
         return setState(Live);
     m_session.reset();

@@ -70,6 +70,8 @@ private:
     AVCaptureDevices m_devices;
     std::size_t m_camera = 0;
     std::unique_ptr<AVCaptureSession> m_session;
+    /// From the start of a recording until its file is whole.
+    bool m_isTaking = false;
     bool m_isCameraGone = false;
     QTimer m_elapsing;
     LivePictures* m_live;

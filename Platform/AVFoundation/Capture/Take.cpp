@@ -113,8 +113,11 @@ CMTime Take::movieTimeLocked(const CMSampleBufferRef& sample) const {
 }
 
 void Take::finish(Completion completion) {
-    const std::lock_guard lock(m_mutex);
-    m_isFinished = true;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isFinished = true;
+    }
+    // Nobody touches the writer any more.
     if (!m_writer)
         return completion(m_error.value_or(makeAVError(AVErrorNoDataCaptured)));
     m_writer->finishWritingWithCompletionHandler(
