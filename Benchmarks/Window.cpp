@@ -79,11 +79,20 @@ private:
     std::thread m_thread;
 };
 
+QQuickItem* find(QQuickItem* item, const QString& name) {
+    if (item->objectName() == name)
+        return item;
+    for (QQuickItem* child : item->childItems())
+        if (QQuickItem* found = find(child, name))
+            return found;
+    return nullptr;
+}
+
 QVideoSink& previewSink(DesktopApp& app) {
-    const auto* pictures = app.window().findChild<QQuickItem*>("playerView");
-    for (const QQuickItem* item : pictures->childItems())
-        if (auto* sink = item->property("videoSink").value<QVideoSink*>())
-            return *sink;
+    if (const auto* pictures = find(app.window().contentItem(), "playerView"))
+        for (const QQuickItem* item : pictures->childItems())
+            if (auto* sink = item->property("videoSink").value<QVideoSink*>())
+                return *sink;
     throw std::runtime_error("The Edit screen has no place for pictures");
 }
 
@@ -104,7 +113,9 @@ void open(DesktopApp& app, const QString& clip, const std::function<void()>& dra
     QObject::connect(
         &previewSink(app), &QVideoSink::videoFrameChanged, qApp,
         // The next picture of the window has it.
-        [&app, drawn] { QObject::connect(&app.window(), &QQuickWindow::frameSwapped, qApp, drawn, onceLater); },
+        [&app, drawn] {
+            QObject::connect(&app.window(), &QQuickWindow::frameSwapped, qApp, drawn, onceLater);
+        },
         Qt::SingleShotConnection);
 }
 

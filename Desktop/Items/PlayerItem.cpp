@@ -1,34 +1,12 @@
 #include "Desktop/Items/PlayerItem.h"
 
-#include "Desktop/Surfaces/PictureSurface.h"
+#include "Desktop/Items/ShapedSurface.h"
 #include "Platform/AVKit/AVPlayerLayerView.h"
 #include "Platform/UIKit/UITapGestureRecognizer.h"
 
 #include <QPointer>
-#include <cmath>
 
 namespace anadrome::desktop {
-
-namespace {
-
-/// Tells the item what shape the pictures have that it passes on.
-class ShapedSurface final : public PictureSink {
-public:
-    ShapedSurface(PlayerItem* item, QVideoSink* sink) : m_item(item), m_surface(sink) {}
-
-    void show(const ShownPicture& picture) override {
-        const CGSize upright = CGSizeApplyAffineTransform(picture.naturalSize, picture.transform);
-        if (m_item && upright.height != 0)
-            m_item->setAspect(std::abs(upright.width / upright.height));
-        m_surface.show(picture);
-    }
-
-private:
-    const QPointer<PlayerItem> m_item;
-    PictureSurface m_surface;
-};
-
-} // namespace
 
 void PlayerItem::setAspect(double aspect) {
     if (m_aspect == aspect)
@@ -39,8 +17,11 @@ void PlayerItem::setAspect(double aspect) {
 
 void PlayerItem::showOn(QVideoSink* sink, const QSizeF& pixels) {
     act<AVPlayerLayerView>([&](AVPlayerLayerView& view) {
-        view.layer().setSurface(std::make_shared<ShapedSurface>(this, sink),
-                                {pixels.width(), pixels.height()});
+        const auto surface = std::make_shared<ShapedSurface>(sink, [item = QPointer(this)](double aspect) {
+            if (item)
+                item->setAspect(aspect);
+        });
+        view.layer().setSurface(surface, {pixels.width(), pixels.height()});
     });
 }
 

@@ -10,6 +10,7 @@
 #include "Desktop/Screens/SettingsScreen.h"
 #include "Desktop/Screens/ShareScreen.h"
 #include "Desktop/Screens/TitleScreen.h"
+#include "Platform/Foundation/Print.h"
 #include "Platform/PhotosUI/PHPickerViewController.h"
 #include "Platform/Services/Ads/GADFullScreenAdViewController.h"
 #include "Platform/Services/Consent/UMPConsentFormViewController.h"
@@ -56,7 +57,6 @@ constexpr Kind kinds[] = {
     kind<UIImagePickerController, CameraScreen>("Camera"),
     kind<GADFullScreenAdViewController, AdScreen>("Ad"),
     kind<UMPConsentFormViewController, ConsentScreen>("Consent"),
-    kind<UIViewController>("Unknown"),
 };
 
 } // namespace
@@ -68,7 +68,7 @@ ShownScreen* makeScreen(const ControllerRef& controller, QObject* parent) {
     for (const Kind& kind : kinds)
         if (kind.fits(shown))
             return kind.make(controller, kind.name, parent);
-    return nullptr;
+    fatalError("A screen was shown that has no storyboard in the window");
 }
 
 } // namespace anadrome::desktop

@@ -4,8 +4,7 @@
 
 namespace anadrome::desktop {
 
-/// The screen for a controller by its kind: "Unknown", which can only be closed, for one that has no
-/// storyboard here. Owned by the parent.
+/// The screen for a controller by its kind, owned by the parent. A kind that has no storyboard is fatal.
 ShownScreen* makeScreen(const std::shared_ptr<UIViewController>& controller, QObject* parent);
 
 } // namespace anadrome::desktop

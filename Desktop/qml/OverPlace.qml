@@ -15,9 +15,7 @@ FocusScope {
     Keys.onEscapePressed: screen.close()
 
     Component.onCompleted: {
-        const drawn = ["Ad", "Alert", "Consent", "Files", "Library", "Settings", "ShareSheet"]
-        const file = drawn.includes(screen.kind) ? screen.kind : "Unfinished"
-        loader.setSource("screens/" + file + ".qml", { screen: screen })
+        loader.setSource("screens/" + screen.kind + ".qml", { screen: screen })
         opacity = 1
         forceActiveFocus()
     }

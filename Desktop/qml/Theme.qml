@@ -33,6 +33,7 @@ QtObject {
     readonly property color pictureHovered: "#33FFFFFF"
     readonly property color pictureBackward: "#F5A524"
     readonly property color pictureForward: "#2CC4B5"
+    readonly property color pictureRecord: "#FF4B40"
     readonly property color veil: "#66000000"
     readonly property color sign: "#80000000"
     readonly property color badge: "#B3000000"

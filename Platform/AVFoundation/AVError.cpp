@@ -8,8 +8,16 @@ const char* sentence(AVErrorCode code) {
     switch (code) {
     case AVErrorOutOfMemory:
         return "There is not enough memory.";
+    case AVErrorNoDataCaptured:
+        return "Nothing was recorded.";
     case AVErrorDiskFull:
         return "There is not enough space on the disk.";
+    case AVErrorDeviceWasDisconnected:
+        return "The device has gone.";
+    case AVErrorDeviceNotConnected:
+        return "The device could not be opened.";
+    case AVErrorDeviceInUseByAnotherApplication:
+        return "The device is in use by another program.";
     case AVErrorExportFailed:
         return "The movie could not be exported.";
     case AVErrorDecodeFailed:

@@ -12,7 +12,11 @@ inline constexpr const char* AVFoundationErrorDomain = "AVFoundationErrorDomain"
 enum AVErrorCode : long {
     AVErrorUnknown = -11800,
     AVErrorOutOfMemory = -11801,
+    AVErrorNoDataCaptured = -11805,
     AVErrorDiskFull = -11807,
+    AVErrorDeviceWasDisconnected = -11808,
+    AVErrorDeviceNotConnected = -11814,
+    AVErrorDeviceInUseByAnotherApplication = -11815,
     AVErrorExportFailed = -11820,
     AVErrorDecodeFailed = -11821,
     AVErrorInvalidSourceMedia = -11822,

@@ -2,11 +2,12 @@ import QtQuick
 import QtMultimedia
 import Anadrome
 
-// The pictures of a player in their own shape, as large as there is room, on black.
+// The pictures of a player or a camera in their own shape, as large as there is room, on black.
 Rectangle {
     id: control
 
-    required property PlayerItem view
+    // What gives them: has their aspect, and the operations showOn and leave.
+    required property QtObject view
     // Whether anybody can see them.
     property bool isSeen: true
 

@@ -9,7 +9,20 @@ namespace anadrome::libav {
 
 namespace {
 
-Result<Owned<AVCodecContext>> openCodec(AVStream* stream, int threads) {
+/// As many as there are processors; more than 16 only cost memory.
+int decodingThreads() {
+    return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, 16);
+}
+
+/// Whether the picture needs others that come before the key frame where decoding began.
+bool isLeading(const AVFrame& frame, std::int64_t firstShown) {
+    return firstShown != AV_NOPTS_VALUE && frame.best_effort_timestamp != AV_NOPTS_VALUE &&
+           frame.best_effort_timestamp < firstShown;
+}
+
+} // namespace
+
+Result<Owned<AVCodecContext>> openDecoder(const AVStream* stream, int threads) {
     const AVCodec* codec = avcodec_find_decoder(stream->codecpar->codec_id);
     if (!codec)
         return makeAVError(AVErrorDecoderNotFound);
@@ -24,21 +37,8 @@ Result<Owned<AVCodecContext>> openCodec(AVStream* stream, int threads) {
     return context;
 }
 
-/// As many as there are processors; more than 16 only cost memory.
-int decodingThreads() {
-    return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, 16);
-}
-
-/// Whether the picture needs others that come before the key frame where decoding began.
-bool isLeading(const AVFrame& frame, std::int64_t firstShown) {
-    return firstShown != AV_NOPTS_VALUE && frame.best_effort_timestamp != AV_NOPTS_VALUE &&
-           frame.best_effort_timestamp < firstShown;
-}
-
-} // namespace
-
 bool canDecode(const AVStream* stream) {
-    return static_cast<bool>(openCodec(const_cast<AVStream*>(stream), 1));
+    return static_cast<bool>(openDecoder(stream, 1));
 }
 
 Result<Decoder> Decoder::open(const URL& url, int streamIndex) {
@@ -49,7 +49,7 @@ Result<Decoder> Decoder::open(const URL& url, int streamIndex) {
         return makeAVError(AVErrorInvalidSourceMedia);
     for (int i = 0; i < file->streamCount(); ++i)
         file->stream(i)->discard = i == streamIndex ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
-    Result<Owned<AVCodecContext>> codec = openCodec(file->stream(streamIndex), decodingThreads());
+    Result<Owned<AVCodecContext>> codec = openDecoder(file->stream(streamIndex), decodingThreads());
     if (!codec)
         return codec.error();
     return Decoder(std::move(*file), url, streamIndex, std::move(*codec));

@@ -9,6 +9,9 @@ namespace anadrome::libav {
 /// Whether there is a decoder here that accepts the stream's parameters.
 bool canDecode(const AVStream* stream);
 
+/// An open decoder for the stream's packets, on that many threads.
+Result<Owned<AVCodecContext>> openDecoder(const AVStream* stream, int threads);
+
 /// Decodes one stream of a file of its own, frame after frame in presentation order. Damaged packets are
 /// skipped; a file that breaks off ends the stream there. Starts at the file's beginning. One thread at a
 /// time.

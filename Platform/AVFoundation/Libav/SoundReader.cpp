@@ -41,7 +41,7 @@ bool SoundReader::prepare(const AVFrame& frame) {
     return m_resampler != nullptr;
 }
 
-bool SoundReader::convert(const Decoder& decoder, const AVFrame& frame, const Deliver& deliver) {
+bool SoundReader::convert(const CMTime& start, const AVFrame& frame, const Deliver& deliver) {
     if (frame.nb_samples <= 0 || frame.sample_rate <= 0 || frame.ch_layout.nb_channels <= 0 ||
         !prepare(frame))
         return true;
@@ -52,7 +52,6 @@ bool SoundReader::convert(const Decoder& decoder, const AVFrame& frame, const De
     const int count = swr_convert(m_resampler.get(), &out, room,
                                   const_cast<const std::uint8_t**>(frame.extended_data), frame.nb_samples);
 
-    const CMTime start = decoder.time(frame);
     const auto rate = static_cast<std::int32_t>(m_description->audio.sampleRate);
     for (int done = 0; done < count; done += samplesPerBuffer) {
         const int size = std::min(samplesPerBuffer, count - done);

@@ -14,8 +14,12 @@ class SoundReader {
 public:
     using Deliver = std::function<bool(CMSampleBufferRef)>;
 
-    /// Delivers the sound in pieces. False when the receiver wants no more.
-    bool convert(const Decoder& decoder, const AVFrame& frame, const Deliver& deliver);
+    /// Delivers the sound, which begins at the time, in pieces. False when the receiver wants no more.
+    bool convert(const CMTime& start, const AVFrame& frame, const Deliver& deliver);
+    /// The same at the time that the decoder knows.
+    bool convert(const Decoder& decoder, const AVFrame& frame, const Deliver& deliver) {
+        return convert(decoder.time(frame), frame, deliver);
+    }
 
 private:
     bool prepare(const AVFrame& frame);
