@@ -86,8 +86,8 @@ Window {
     Notice {
         id: notice
         anchors.horizontalCenter: parent.horizontalCenter
-        anchors.bottom: parent.bottom
-        anchors.bottomMargin: Theme.edge
+        anchors.top: parent.top
+        anchors.topMargin: Theme.touch + Theme.edge
     }
     DropFrame {
         anchors.fill: parent

@@ -1,7 +1,7 @@
 import QtQuick
 import Anadrome
 
-// Something told in passing, at the foot of the window. Goes by itself, and takes no touches.
+// Something told in passing. Goes by itself, and takes no touches.
 Rectangle {
     id: notice
 
