@@ -4,10 +4,7 @@
 #include "Tests/Desktop/System/JobTest.h"
 
 #include <QDBusObjectPath>
-#include <QDBusUnixFileDescriptor>
-#include <fcntl.h>
 #include <filesystem>
-#include <unistd.h>
 
 namespace anadrome::desktop {
 
@@ -59,31 +56,6 @@ TEST_F(JobTest, HoldsSleepOffThroughThePortalAndShowsOnTheDockUntilItsEnd) {
                                   dock.updates[i - 1].value("progress").toDouble());
     }
     EXPECT_FALSE(dock.updates.last().value("progress-visible").toBool());
-}
-
-TEST_F(JobTest, HoldsSleepOffThroughTheLoginManagerWhereThereIsNoPortal) {
-    int ends[2];
-    ASSERT_EQ(::pipe2(ends, O_CLOEXEC | O_NONBLOCK), 0);
-    FakeService loginManager(bus(), "org.freedesktop.login1",
-                             {{"org.freedesktop.login1.Manager.Inhibit", [&] {
-                                   QDBusUnixFileDescriptor granted;
-                                   granted.giveFileDescriptor(ends[1]);
-                                   return QVariantList{QVariant::fromValue(granted)};
-                               }}});
-    // The pipe ends for its reader when nobody holds the other end.
-    const auto isHeld = [&] {
-        char byte;
-        return ::read(ends[0], &byte, 1) < 0;
-    };
-    startJob();
-    ASSERT_TRUE(waitUntil([&] { return loginManager.calls("Inhibit").size() == 1; }));
-    const QVariantList asked = loginManager.calls("Inhibit")[0].arguments();
-    EXPECT_EQ(asked.value(0), "sleep:idle");
-    EXPECT_EQ(asked.value(3), "block");
-    EXPECT_TRUE(isHeld());
-    ASSERT_TRUE(waitForMovie());
-    EXPECT_TRUE(waitUntil([&] { return !isHeld(); }));
-    ::close(ends[0]);
 }
 
 TEST_F(JobTest, TellsItsEndToAUserWhoLooksElsewhereUntilTheyComeBack) {
