@@ -1,8 +1,8 @@
 import QtQuick
 import Anadrome
 
-// What dialogs look like: a title, one sentence, the choices under each other. The first choice is the one that
-// stands out and has the keyboard.
+// What dialogs look like: a title, one sentence, the choices under each other. The first choice is the one
+// that stands out and has the keyboard.
 FocusScope {
     id: dialog
 
