@@ -109,6 +109,7 @@ TEST_F(JobTest, TellsAFailureInItsWordsAndNothingToAUserWhoSeesTheEnd) {
     QWindow elsewhere;
     elsewhere.show();
     elsewhere.requestActivate();
+    ASSERT_TRUE(waitUntil([&] { return !window().isActive(); }));
     view<ButtonItem>("createButton").tap();
     ASSERT_TRUE(waitUntil([&] { return desktop.calls("Notify").size() == 1; }));
     const QVariantList told = desktop.calls("Notify")[0].arguments();
