@@ -5,6 +5,7 @@
 #include "Desktop/IconProvider.h"
 #include "Desktop/PictureProvider.h"
 #include "Desktop/Surfaces/SoundDevice.h"
+#include "Desktop/System/BringForward.h"
 #include "Platform/AVFoundation/SoundSink.h"
 #include "Platform/Foundation/Print.h"
 #include "Platform/UIKit/UIApplication.h"
@@ -18,10 +19,12 @@ namespace anadrome::desktop {
 DesktopApp::DesktopApp() {
     launch();
     showWindow();
+    stayAwakeDuringJobs();
 }
 
 DesktopApp::~DesktopApp() {
     m_window->hide();
+    m_jobNotice.reset();
     // The storyboards go before the screens that they show.
     m_engine.reset();
     UIApplication::sharedApplication().disconnectScene(m_scene);
@@ -42,7 +45,8 @@ void DesktopApp::showWindow() {
     m_engine->addImageProvider("icons", new IconProvider);
     m_engine->addImageProvider("pictures", new PictureProvider);
     m_engine->addImportPath(":/");
-    m_engine->setInitialProperties({{"host", QVariant::fromValue(&m_host)}});
+    m_engine->setInitialProperties(
+        {{"host", QVariant::fromValue(&m_host)}, {"closeQuestion", QVariant::fromValue(&m_closeQuestion)}});
     m_engine->load("qrc:/Anadrome/qml/Main.qml");
     if (m_engine->rootObjects().isEmpty())
         fatalError("The window's storyboard can't be loaded");
@@ -50,6 +54,18 @@ void DesktopApp::showWindow() {
     QObject::connect(m_window, &QWindow::activeChanged, m_window, [this] { followAttention(); });
     QObject::connect(m_window, &QWindow::visibilityChanged, m_window, [this] { followAttention(); });
     followAttention();
+    m_jobNotice.emplace(m_job, *m_window);
+}
+
+void DesktopApp::stayAwakeDuringJobs() {
+    QObject::connect(&m_job, &JobWatch::started, &m_job, [this] { m_sleepHold.emplace(); });
+    QObject::connect(&m_job, &JobWatch::ended, &m_job, [this] { m_sleepHold.reset(); });
+}
+
+void DesktopApp::startAgain(const StartRequest& request) {
+    bringForward(*m_window, request.activationToken);
+    if (!request.clip.empty())
+        m_host.openFile(request.clip);
 }
 
 void DesktopApp::followAttention() {

@@ -1,6 +1,12 @@
 #pragma once
 
 #include "Desktop/DesktopHost.h"
+#include "Desktop/System/CloseQuestion.h"
+#include "Desktop/System/JobNotice.h"
+#include "Desktop/System/JobWatch.h"
+#include "Desktop/System/LauncherProgress.h"
+#include "Desktop/System/SleepHold.h"
+#include "Desktop/System/StartRequest.h"
 
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
@@ -19,6 +25,10 @@ public:
     DesktopApp(const DesktopApp&) = delete;
     DesktopApp& operator=(const DesktopApp&) = delete;
 
+    /// Brings the window to the front, and opens the clip if there is one: the user started the program
+    /// again.
+    void startAgain(const StartRequest& request);
+
     DesktopHost& host() { return m_host; }
     QQmlEngine& engine() { return *m_engine; }
     QQuickWindow& window() { return *m_window; }
@@ -27,11 +37,17 @@ private:
     void launch();
     void showWindow();
     void followAttention();
+    void stayAwakeDuringJobs();
 
     DesktopHost m_host;
+    JobWatch m_job{m_host};
+    CloseQuestion m_closeQuestion{m_host, m_job};
+    LauncherProgress m_launcherProgress{m_job};
+    std::optional<SleepHold> m_sleepHold;
     std::shared_ptr<UIWindowScene> m_scene;
     std::unique_ptr<QQmlApplicationEngine> m_engine = std::make_unique<QQmlApplicationEngine>();
     QQuickWindow* m_window = nullptr;
+    std::optional<JobNotice> m_jobNotice;
 };
 
 } // namespace anadrome::desktop

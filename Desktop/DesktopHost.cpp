@@ -2,12 +2,19 @@
 
 #include "Desktop/Items/TextItems.h"
 #include "Desktop/Screens/HandOver.h"
+#include "Desktop/System/ClipObstacle.h"
+#include "Desktop/System/ClipboardFile.h"
+#include "Desktop/System/FileAddress.h"
+#include "Desktop/Texts.h"
 #include "Platform/UIKit/UIApplication.h"
 #include "Platform/UIKit/UIDocumentPickerViewController.h"
 #include "Platform/UIKit/UINavigationController.h"
 #include "Platform/UIKit/UIScreen.h"
+#include "Views/Common/ViewHelper.h"
 
+#include <QClipboard>
 #include <QDesktopServices>
+#include <QGuiApplication>
 
 namespace anadrome::desktop {
 
@@ -38,10 +45,37 @@ bool DesktopHost::acceptsClip() const {
     return (top == "Title" || top == "Edit") && m_presented.count() == 0 && !m_hud.isVisible();
 }
 
+bool DesktopHost::isClipWelcome() {
+    if (acceptsClip())
+        return true;
+    Q_EMIT noticeGiven(Texts::of(m_hud.isVisible() ? "ClipHasToWaitForJob" : "ClipHasToWait"));
+    return false;
+}
+
+void DesktopHost::refuseClip(const QString& reason) {
+    if (const auto navigation = m_navigation.lock())
+        ViewHelper::errorAlert(reason.toStdString(), *navigation->topViewController());
+}
+
 void DesktopHost::openClip(const QUrl& clip) {
+    if (const std::optional<URL> file = fileAt(clip))
+        openFile(*file);
+    else if (isClipWelcome())
+        refuseClip(Texts::of("ClipIsElsewhere"));
+}
+
+void DesktopHost::pasteClip() {
+    if (const QMimeData* copied = QGuiApplication::clipboard()->mimeData())
+        if (const QUrl file = fileOnClipboard(*copied); !file.isEmpty())
+            openClip(file);
+}
+
+void DesktopHost::openFile(const URL& clip) {
     const auto navigation = m_navigation.lock();
-    if (!navigation || !acceptsClip() || !clip.isLocalFile())
+    if (!navigation || !isClipWelcome())
         return;
+    if (const std::optional<QString> obstacle = clipObstacle(clip))
+        return refuseClip(*obstacle);
     navigation->popToRootViewControllerAnimated(false);
     m_pickedClip = clip;
     if (auto* openFile = qobject_cast<ButtonItem*>(m_stack.top()->view("iCloudButton")))
@@ -74,7 +108,7 @@ void DesktopHost::didPop(UINavigationController&,
 void DesktopHost::didPresent(UIViewController& presented, bool) {
     auto* picker = dynamic_cast<UIDocumentPickerViewController*>(&presented);
     if (picker && m_pickedClip)
-        picker->finish({URL::fileURLWithPath(m_pickedClip->toLocalFile().toStdString())});
+        picker->finish({*m_pickedClip});
     else if (!handOver(presented))
         add(m_presented, presented);
 }

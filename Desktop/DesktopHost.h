@@ -3,6 +3,7 @@
 #include "Desktop/Screens/Hud.h"
 #include "Desktop/Screens/ScreenList.h"
 #include "Desktop/System/MailProgram.h"
+#include "Platform/Foundation/URL.h"
 #include "Platform/UIKit/UIHost.h"
 
 #include <QSizeF>
@@ -38,9 +39,13 @@ public:
     /// Whether a clip that is brought now would be opened: nothing lies over the screens, and no movie waits
     /// to be saved.
     Q_INVOKABLE bool acceptsClip() const;
-    /// Opens the Edit screen with a clip, as if it were picked as a file; leaves the one that is open.
-    /// Without effect while none is accepted, or for what isn't a local file.
+    /// Opens the Edit screen with a clip, as if it were picked as a file; leaves the one that is open. While
+    /// none is accepted the user is given notice; what can't be a clip ends in a dialog.
+    void openFile(const URL& clip);
+    /// The same with an address, which may be of anything.
     Q_INVOKABLE void openClip(const QUrl& clip);
+    /// Opens the file that the clipboard holds, if it holds one.
+    Q_INVOKABLE void pasteClip();
     /// The user goes back by one screen, unless something lies over it.
     Q_INVOKABLE void back();
 
@@ -53,7 +58,13 @@ public:
     bool openURL(const std::string& address) override;
     bool canSendMail() const override { return m_mailProgram.exists(); }
 
+Q_SIGNALS:
+    /// Something to be told in passing.
+    void noticeGiven(const QString& text);
+
 private:
+    bool isClipWelcome();
+    void refuseClip(const QString& reason);
     void add(ScreenList& list, UIViewController& controller);
 
     ScreenList m_stack;
@@ -63,7 +74,7 @@ private:
     std::weak_ptr<UINavigationController> m_navigation;
     QSizeF m_size{420, 860};
     /// The clip that the file picker is asked for on behalf of the user.
-    std::optional<QUrl> m_pickedClip;
+    std::optional<URL> m_pickedClip;
 };
 
 } // namespace anadrome::desktop

@@ -1,9 +1,9 @@
+#include "Platform/Foundation/Interruption.h"
 #include "Platform/Foundation/Print.h"
 #include "Platform/Foundation/ProcessSetUp.h"
 #include "Platform/Foundation/TemporaryDirectory.h"
 #include "Terminal/CommandLine.h"
 #include "Terminal/ExitCode.h"
-#include "Terminal/Interruption.h"
 #include "Terminal/MakeCommand.h"
 #include "Terminal/ReverseCommand.h"
 

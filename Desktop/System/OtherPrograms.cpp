@@ -1,9 +1,8 @@
 #include "Desktop/System/OtherPrograms.h"
 
-#include <QDBusConnection>
-#include <QDBusMessage>
+#include "Desktop/System/AskBus.h"
+
 #include <QDBusMetaType>
-#include <QDBusPendingCallWatcher>
 #include <QDBusUnixFileDescriptor>
 #include <QDesktopServices>
 #include <QFile>
@@ -20,12 +19,10 @@ QDBusMessage portalCall(const QString& interface, const QString& method) {
 
 /// Calls a service, which has no parent window to know of.
 void call(const QDBusMessage& message, std::function<void(bool isDone)> completion) {
-    auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(message));
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
-                     [watcher, completion = std::move(completion)] {
-                         completion(!watcher->isError());
-                         watcher->deleteLater();
-                     });
+    askBus(QDBusConnection::sessionBus(), message,
+           [completion = std::move(completion)](const QDBusMessage& answer) {
+               completion(answer.type() != QDBusMessage::ErrorMessage);
+           });
 }
 
 /// Portals take files opened, since they may live where paths mean something else.

@@ -5,6 +5,7 @@ Window {
     id: window
 
     required property DesktopHost host
+    required property CloseQuestion closeQuestion
     readonly property bool isCovered: host.presented.count > 0 || host.hud.visible
 
     width: 420
@@ -16,6 +17,20 @@ Window {
     color: Theme.background
     onWidthChanged: host.setSize(width, height)
     onHeightChanged: host.setSize(width, height)
+    onClosing: close => close.accepted = closeQuestion.mayClose()
+
+    Connections {
+        target: window.closeQuestion
+        function onClosing() { window.close() }
+    }
+    Connections {
+        target: window.host
+        function onNoticeGiven(text) { notice.show(text) }
+    }
+    Shortcut {
+        sequences: [StandardKey.Paste]
+        onActivated: window.host.pasteClip()
+    }
 
     DropArea {
         id: drop
@@ -36,7 +51,10 @@ Window {
         id: screens
         anchors.fill: parent
         enabled: !window.isCovered
+        // What lay over them took the keyboard.
+        onEnabledChanged: if (enabled) places.itemAt(places.count - 1).forceActiveFocus()
         Repeater {
+            id: places
             model: window.host.stack
             StackPlace {
                 required property int index
@@ -60,6 +78,16 @@ Window {
     HudOverlay {
         anchors.fill: parent
         hud: window.host.hud
+    }
+    CloseDialog {
+        anchors.fill: parent
+        question: window.closeQuestion
+    }
+    Notice {
+        id: notice
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.top: parent.top
+        anchors.topMargin: Theme.touch + Theme.edge
     }
     DropFrame {
         anchors.fill: parent

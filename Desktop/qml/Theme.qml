@@ -62,4 +62,6 @@ QtObject {
     readonly property int patience: 400
     // What moves doesn't where the desktop asks for that; what fades still does.
     readonly property int move: Appearance.reducedMotion ? 0 : appear
+    // Long enough to be read.
+    readonly property int noticeStays: 5000
 }

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "Platform/Foundation/URL.h"
+
+#include <QUrl>
+#include <optional>
+
+namespace anadrome::desktop {
+
+/// The file that the address names; none if it isn't on this computer. Names may be any bytes, which Qt's own
+/// way to a path would change.
+std::optional<URL> fileAt(const QUrl& address);
+
+} // namespace anadrome::desktop
