@@ -27,7 +27,7 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_LIST_DIR}/debian/conffile
 if(TARGET anadrome)
     # What the window loads when it runs, and no program is linked with.
     set(window_packages qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick qml6-module-qtquick-window
-        qml6-module-qtquick-templates qml6-module-qtquick-shapes qml6-module-qtquick-dialogs
+        qml6-module-qtquick-templates qml6-module-qtquick-dialogs
         qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qt-labs-folderlistmodel
         qml6-module-qtmultimedia)
     list(JOIN window_packages ", " CPACK_DEBIAN_PACKAGE_DEPENDS)

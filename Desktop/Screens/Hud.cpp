@@ -7,6 +7,9 @@ namespace anadrome::desktop {
 
 namespace {
 
+// A job tells of every frame that it has read and written. Drawing each would take from the job's own time.
+constexpr int timeBetweenAdvances = 100;
+
 QString kindOf(const JGProgressHUDIndicatorView& indicator) {
     if (dynamic_cast<const JGProgressHUDPieIndicatorView*>(&indicator))
         return "pie";
@@ -25,7 +28,16 @@ void Hud::update() {
                QString::fromStdString(hud.detailTextLabel()->text())};
     if (now == m_shown)
         return;
+    const bool hasOnlyAdvanced = now.isVisible && m_shown.isVisible && now.kind == m_shown.kind;
     m_shown = std::move(now);
+    if (!hasOnlyAdvanced)
+        Q_EMIT changed();
+    else if (!m_advance.isActive())
+        m_advance.start(timeBetweenAdvances, this);
+}
+
+void Hud::timerEvent(QTimerEvent*) {
+    m_advance.stop();
     Q_EMIT changed();
 }
 

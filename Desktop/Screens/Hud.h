@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QObject>
 #include <QtQmlIntegration>
 
@@ -27,11 +28,15 @@ public:
     QString text() const { return m_shown.text; }
     QString detail() const { return m_shown.detail; }
 
-    /// Looks at the overlay anew. What it showed last stays readable after it has gone, for it to fade.
+    /// Looks at the overlay anew; what only advances is told a few times a second. What it showed last stays
+    /// readable after it has gone, for it to fade.
     void update();
 
 Q_SIGNALS:
     void changed();
+
+protected:
+    void timerEvent(QTimerEvent* event) override;
 
 private:
     struct Shown {
@@ -45,6 +50,7 @@ private:
     };
 
     Shown m_shown;
+    QBasicTimer m_advance;
 };
 
 } // namespace anadrome::desktop

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Shapes
 import Anadrome
 
 // The busy overlay: a card over a veil that takes all touches and keys meant for what lies beneath.
@@ -34,26 +33,29 @@ Rectangle {
         radius: 80
         color: Theme.hudCard
 
-        Item {
+        HudSign {
             id: sign
+            property real drawn: 0
             width: 64
             height: 64
             anchors.horizontalCenter: parent.horizontalCenter
             y: words.visible ? 32 : 48
-            HudPie {
-                anchors.fill: parent
-                visible: overlay.hud.kind === "pie"
-                progress: overlay.hud.progress
+            kind: overlay.hud.kind
+            part: kind === "tick" ? drawn : overlay.hud.progress
+            color: Theme.hudAccent
+            onKindChanged: rotation = 0
+            RotationAnimator on rotation {
+                running: sign.kind === "ring" && overlay.hud.visible
+                from: 0
+                to: 360
+                duration: 1000
+                loops: Animation.Infinite
             }
-            HudRing {
-                anchors.fill: parent
-                visible: overlay.hud.kind === "ring"
-                isTurning: visible && overlay.hud.visible
-            }
-            HudTick {
-                anchors.fill: parent
-                visible: overlay.hud.kind === "tick"
-                isDrawn: visible && overlay.hud.visible
+            NumberAnimation on drawn {
+                running: sign.kind === "tick" && overlay.hud.visible
+                from: 0
+                to: 1
+                duration: 200
             }
         }
         Text {
