@@ -161,7 +161,7 @@ TEST_F(ChangeSpeedTest, ProgressRisesToOneAndThenTheCompletionComesOnce) {
         EXPECT_TRUE(std::ranges::is_sorted(log->progress));
         EXPECT_EQ(log->progress.back(), 1);
         const auto between = std::ranges::count_if(log->progress, [](float p) { return p > 0 && p < 0.99; });
-        EXPECT_TRUE(between > 3 || speed > 1);
+        EXPECT_TRUE(between > 0 || speed > 1);
         // What the main queue still holds is a first report at most; the timer doesn't go on.
         runEventLoopFor(std::chrono::milliseconds(30));
         const std::size_t reports = log->progress.size();

@@ -18,16 +18,24 @@ SheetFrame {
         lines: library.screen.lines
         onChosen: row => library.screen.choose(row)
     }
-    HudRing {
+    HudSign {
         id: busy
         property bool isOverdue: false
         anchors.centerIn: parent
         width: 48
         height: 48
-        isTurning: visible
+        kind: "ring"
+        color: Theme.backward
         visible: opacity > 0
         opacity: library.screen.searching && isOverdue ? 1 : 0
         Behavior on opacity { NumberAnimation { duration: Theme.appear; easing.type: Easing.OutCubic } }
+        RotationAnimator on rotation {
+            running: busy.visible
+            from: 0
+            to: 360
+            duration: 1000
+            loops: Animation.Infinite
+        }
         Accessible.role: Accessible.Indicator
         Accessible.name: Texts.of("LibrarySearching")
     }
