@@ -141,6 +141,17 @@ void showTitle(Tour& tour) {
     tour.closeAll();
 }
 
+void showPickers(Tour& tour) {
+    tour.tap("libraryButton");
+    // The thumbnails are made meanwhile.
+    runEventLoopFor(2s);
+    tour.picture("library");
+    tour.closeAll();
+    tour.tap("cameraButton");
+    tour.picture("camera-missing");
+    tour.closeAll();
+}
+
 void showConsentAndAd(Tour& tour) {
     tour.root()->presentViewController(
         std::make_shared<UMPConsentFormViewController>(UMPConsentQuestion{
@@ -223,6 +234,7 @@ int main(int argc, char** argv) {
         tour.app().window().requestActivate();
         runEventLoopFor(500ms);
         showTitle(tour);
+        showPickers(tour);
         showConsentAndAd(tour);
         showEdit(tour, QUrl::fromLocalFile(arguments[0]), *ads);
         showJobAndMovie(tour);
