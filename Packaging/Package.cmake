@@ -31,7 +31,9 @@ if(TARGET anadrome)
         qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qt-labs-folderlistmodel
         qml6-module-qtmultimedia)
     list(JOIN window_packages ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
-    set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "pipewire-pulse | pulseaudio, xdg-desktop-portal")
+    # Sound, the desktop's own windows and file dialog, and the tools that hand things to other programs.
+    set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
+        "pipewire-pulse | pulseaudio, qt6-wayland, qt6-gtk-platformtheme, xdg-desktop-portal, xdg-utils")
 endif()
 
 # Debian's own place for it, where the programs look; another prefix is somebody else's arrangement.

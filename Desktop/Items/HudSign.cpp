@@ -41,7 +41,8 @@ QPainterPath begun(const QPolygonF& points, double part) {
 
 HudSign::HudSign(QQuickItem* parent) : QQuickPaintedItem(parent) {
     setAntialiasing(true);
-    connect(this, &HudSign::changed, this, [this] { update(); });
+    for (const auto changed : {&HudSign::kindChanged, &HudSign::partChanged, &HudSign::colorChanged})
+        connect(this, changed, this, [this] { update(); });
 }
 
 void HudSign::paint(QPainter* painter) {

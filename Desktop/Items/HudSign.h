@@ -12,10 +12,10 @@ class HudSign : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
     /// "pie", "ring" or "tick".
-    Q_PROPERTY(QString kind MEMBER m_kind NOTIFY changed)
+    Q_PROPERTY(QString kind MEMBER m_kind NOTIFY kindChanged)
     /// How much of the pie is filled, or how far the tick is drawn, from 0 to 1.
-    Q_PROPERTY(double part MEMBER m_part NOTIFY changed)
-    Q_PROPERTY(QColor color MEMBER m_color NOTIFY changed)
+    Q_PROPERTY(double part MEMBER m_part NOTIFY partChanged)
+    Q_PROPERTY(QColor color MEMBER m_color NOTIFY colorChanged)
 
 public:
     explicit HudSign(QQuickItem* parent = nullptr);
@@ -23,7 +23,9 @@ public:
     void paint(QPainter* painter) override;
 
 Q_SIGNALS:
-    void changed();
+    void kindChanged();
+    void partChanged();
+    void colorChanged();
 
 private:
     void paintPie(QPainter& painter) const;
