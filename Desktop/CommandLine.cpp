@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 #include <cstdlib>
 #include <iostream>
+#include <vector>
 
 namespace anadrome::desktop {
 
@@ -33,14 +34,14 @@ std::variant<StartRequest, int> parseCommandLine(int argc, char** argv) {
     program.name("anadrome");
     program.set_version_flag("-v,--version", "anadrome " ANADROME_VERSION, "Print the version and exit");
     program.set_help_flag("-h,--help", "Print this help and exit");
-    std::string clip;
-    program.add_option("CLIP", clip, "The clip to open")->type_name("");
+    std::vector<std::string> clips;
+    program.add_option("CLIP", clips, "The clip to open; the first if there are more")->type_name("");
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& outcome) {
         return program.exit(outcome, std::cout, std::cerr) == 0 ? EXIT_SUCCESS : wrongUse;
     }
-    return StartRequest{clipNamed(clip), activationToken()};
+    return StartRequest{clips.empty() ? URL() : clipNamed(clips.front()), activationToken()};
 }
 
 } // namespace anadrome::desktop
