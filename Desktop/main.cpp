@@ -3,6 +3,7 @@
 #include "Desktop/System/OneInstance.h"
 #include "Platform/Foundation/Interruption.h"
 #include "Platform/Foundation/NSUserDefaults.h"
+#include "Platform/Foundation/PartialFile.h"
 #include "Platform/Foundation/ProcessSetUp.h"
 #include "Platform/Foundation/TemporaryDirectory.h"
 
@@ -17,7 +18,7 @@ using namespace anadrome::desktop;
 /// with this and isn't waited for.
 [[noreturn]] void endProgram(int exitCode) {
     NSUserDefaults::standardUserDefaults().synchronize();
-    TemporaryDirectory::removeByExec(exitCode);
+    TemporaryDirectory::removeByExec(exitCode, PartialFile::all());
 }
 
 bool isHandedOver(int argc, char** argv, const OneInstance& instance, const StartRequest& request) {

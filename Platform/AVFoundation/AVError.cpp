@@ -1,5 +1,7 @@
 #include "Platform/AVFoundation/AVError.h"
 
+#include "Platform/Foundation/NSBundle.h"
+
 namespace anadrome {
 
 namespace {
@@ -39,7 +41,7 @@ const char* sentence(AVErrorCode code) {
     case AVErrorOperationNotSupportedForAsset:
         return "The operation is not supported for this media.";
     case AVErrorInvalidVideoComposition:
-        return "The composition of the pictures can't be shown.";
+        return "The composition of the pictures can’t be shown.";
     case AVErrorUnsupportedOutputSettings:
         return "The output settings are not supported.";
     case AVErrorUnknown:
@@ -51,7 +53,7 @@ const char* sentence(AVErrorCode code) {
 } // namespace
 
 NSError makeAVError(AVErrorCode code, std::optional<NSError> underlying) {
-    return NSError(AVFoundationErrorDomain, code, sentence(code), std::move(underlying));
+    return NSError(AVFoundationErrorDomain, code, NSLocalizedString(sentence(code)), std::move(underlying));
 }
 
 } // namespace anadrome

@@ -8,7 +8,7 @@ struct CopyOutcome {
     int writeError = 0;
 };
 
-/// Copies all that comes from one open file to another, from where they stand.
+/// Copies all of an open file into one that is empty; they share their room on the disk where it can do that.
 CopyOutcome copyBytes(int from, int to);
 
 } // namespace anadrome

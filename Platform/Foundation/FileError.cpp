@@ -1,5 +1,6 @@
 #include "Platform/Foundation/FileError.h"
 
+#include "Platform/Foundation/NSBundle.h"
 #include "Platform/Foundation/URL.h"
 
 #include <cerrno>
@@ -39,16 +40,17 @@ NSCocoaErrorCode writeCode(int errnoValue) {
     }
 }
 
-const char* participle(FileAction action) {
+/// With places for the item's name and for the cause.
+const char* sentence(FileAction action) {
     switch (action) {
     case FileAction::read:
-        return "read";
+        return "“%1” couldn’t be read: %2.";
     case FileAction::write:
-        return "written";
+        return "“%1” couldn’t be written: %2.";
     case FileAction::createFolder:
-        return "created";
+        return "“%1” couldn’t be created: %2.";
     case FileAction::remove:
-        return "removed";
+        return "“%1” couldn’t be removed: %2.";
     }
     return "";
 }
@@ -59,8 +61,8 @@ NSError fileError(FileAction action, int errnoValue, const std::string& path) {
     const long code = action == FileAction::read ? readCode(errnoValue) : writeCode(errnoValue);
     const NSError cause = NSError::posix(errnoValue);
     return {NSCocoaErrorDomain, code,
-            "“" + URL::fileURLWithPath(path).lastPathComponent() + "” couldn’t be " + participle(action) +
-                ": " + cause.localizedDescription() + '.',
+            NSLocalizedString(sentence(action),
+                              {URL::fileURLWithPath(path).lastPathComponent(), cause.localizedDescription()}),
             cause};
 }
 

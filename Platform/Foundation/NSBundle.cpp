@@ -44,4 +44,16 @@ std::string NSBundle::localizedStringForKey(const std::string& key) const {
     return found != m_texts.end() ? found->second : key;
 }
 
+std::string NSLocalizedString(const std::string& key, const std::vector<std::string>& values) {
+    std::string text = NSLocalizedString(key);
+    // From the last to the first, so that what a value says is never taken for a place.
+    std::map<std::size_t, std::size_t, std::greater<>> places;
+    for (std::size_t i = 0; i < values.size(); ++i)
+        if (const std::size_t at = text.find('%' + std::to_string(i + 1)); at != std::string::npos)
+            places[at] = i;
+    for (const auto& [at, i] : places)
+        text.replace(at, 2, values[i]);
+    return text;
+}
+
 } // namespace anadrome

@@ -33,4 +33,7 @@ inline std::string NSLocalizedString(const std::string& key) {
     return NSBundle::mainBundle().localizedStringForKey(key);
 }
 
+/// The same with the values in its places, which are marked "%1", "%2" and so on, each at most once.
+std::string NSLocalizedString(const std::string& key, const std::vector<std::string>& values);
+
 } // namespace anadrome

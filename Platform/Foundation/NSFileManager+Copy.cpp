@@ -5,22 +5,10 @@
 
 #include <cerrno>
 #include <fcntl.h>
-#include <linux/fs.h>
-#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace anadrome {
-
-namespace {
-
-CopyOutcome copyContent(int from, int to) {
-    if (::ioctl(to, FICLONE, from) == 0)
-        return {};
-    return copyBytes(from, to);
-}
-
-} // namespace
 
 std::optional<NSError> NSFileManager::copyItemAtURL(const URL& source, const URL& target) const {
     const auto readError = [&](int number) { return fileError(FileAction::read, number, source.path()); };
@@ -34,7 +22,7 @@ std::optional<NSError> NSFileManager::copyItemAtURL(const URL& source, const URL
     FileDescriptor to(::open(target.path().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     if (!to)
         return writeError(errno);
-    CopyOutcome copied = copyContent(from.get(), to.get());
+    CopyOutcome copied = copyBytes(from.get(), to.get());
     const timespec times[]{status.st_atim, status.st_mtim};
     ::fchmod(to.get(), (status.st_mode & 0777) | S_IRUSR | S_IWUSR);
     ::futimens(to.get(), times);

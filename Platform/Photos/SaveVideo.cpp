@@ -2,12 +2,12 @@
 
 #include "Platform/Foundation/CopyBytes.h"
 #include "Platform/Foundation/FileDescriptor.h"
-#include "Platform/Foundation/NSProcessInfo.h"
+#include "Platform/Foundation/NSBundle.h"
+#include "Platform/Foundation/PartialFile.h"
+#include "Platform/Photos/MovieName.h"
 #include "Platform/Photos/PHPhotosError.h"
 
 #include <cerrno>
-#include <cstdio>
-#include <ctime>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
@@ -19,8 +19,8 @@ namespace {
 
 NSError photosError(PHPhotosErrorCode code, int errnoValue) {
     const NSError cause = NSError::posix(errnoValue);
-    return {PHPhotosErrorDomain, code, "The movie couldn’t be saved: " + cause.localizedDescription() + '.',
-            cause};
+    return {PHPhotosErrorDomain, code,
+            NSLocalizedString("The movie couldn’t be saved: %1.", {cause.localizedDescription()}), cause};
 }
 
 NSError sourceError(int errnoValue) {
@@ -43,51 +43,11 @@ NSError libraryError(int errnoValue) {
     }
 }
 
-/// A file under a hidden name, which it loses when it gets its own or is given up.
-class PartialFile {
-public:
-    explicit PartialFile(const URL& folder)
-        : m_url(folder.appendingPathComponent('.' + NSProcessInfo::processInfo().globallyUniqueString() +
-                                              ".part")),
-          m_file(::open(m_url.path().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644)) {}
-    PartialFile(const PartialFile&) = delete;
-    PartialFile& operator=(const PartialFile&) = delete;
-    ~PartialFile() {
-        if (m_file)
-            ::unlink(m_url.path().c_str());
-    }
-
-    explicit operator bool() const { return static_cast<bool>(m_file); }
-    int descriptor() const { return m_file.get(); }
-
-    /// 0 or the system's error number; EEXIST if the name is taken.
-    int rename(const URL& name) const {
-        if (::renameat2(AT_FDCWD, m_url.path().c_str(), AT_FDCWD, name.path().c_str(), RENAME_NOREPLACE) == 0)
-            return 0;
-        if (errno != EINVAL)
-            return errno;
-        // Some file systems can't promise to replace nothing; a link can't replace either.
-        return ::link(m_url.path().c_str(), name.path().c_str()) == 0 ? 0 : errno;
-    }
-
-private:
-    const URL m_url;
-    const FileDescriptor m_file;
-};
-
-std::string nameForTime(std::time_t time) {
-    std::tm local{};
-    ::localtime_r(&time, &local);
-    char name[64];
-    std::strftime(name, sizeof name, "%Y-%m-%d %H.%M.%S", &local);
-    return name;
-}
-
 std::optional<NSError> nameFile(const PartialFile& file, const URL& folder, const std::string& name,
                                 const std::string& extension) {
     for (int number = 1;; ++number) {
         const std::string mark = number == 1 ? "" : '-' + std::to_string(number);
-        const int failure = file.rename(folder.appendingPathComponent(name + mark + extension));
+        const int failure = file.name(folder.appendingPathComponent(name + mark + extension));
         if (failure == 0)
             return std::nullopt;
         if (failure != EEXIST)
@@ -119,8 +79,7 @@ std::optional<NSError> saveVideo(const URL& video, const URL& folder) {
     if (::futimens(copy.descriptor(), times) != 0 || ::fsync(copy.descriptor()) != 0)
         return libraryError(errno);
     const std::string extension = video.pathExtension();
-    return nameFile(copy, folder, nameForTime(status.st_mtim.tv_sec),
-                    extension.empty() ? "" : '.' + extension);
+    return nameFile(copy, folder, movieName(status.st_mtim.tv_sec), extension.empty() ? "" : '.' + extension);
 }
 
 } // namespace anadrome

@@ -29,7 +29,7 @@ std::string contentsOf(const std::filesystem::path& path) {
 /// The keys that the program asks for, in its code and in its storyboards.
 std::set<std::string> usedKeys() {
     std::set<std::string> keys;
-    for (const char* folder : {"App", "Ads", "Desktop", "Models", "Views", "Platform/Services"})
+    for (const char* folder : {"App", "Ads", "Desktop", "Models", "Views", "Platform"})
         for (const auto& entry : std::filesystem::recursive_directory_iterator(sources / folder)) {
             if (!entry.is_regular_file())
                 continue;
