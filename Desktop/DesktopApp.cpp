@@ -11,7 +11,6 @@
 #include "Platform/UIKit/UIApplication.h"
 #include "Platform/UIKit/UINavigationController.h"
 #include "Platform/UIKit/UIWindow.h"
-#include "Platform/UIKit/UIWindowScene.h"
 #include "Platform/UIKit/UIWindowSceneDelegate.h"
 
 namespace anadrome::desktop {
@@ -54,12 +53,13 @@ void DesktopApp::showWindow() {
     QObject::connect(m_window, &QWindow::activeChanged, m_window, [this] { followAttention(); });
     QObject::connect(m_window, &QWindow::visibilityChanged, m_window, [this] { followAttention(); });
     followAttention();
-    m_jobNotice.emplace(m_job, *m_window);
+    m_jobNotice.emplace(m_host.job(), *m_window);
 }
 
 void DesktopApp::stayAwakeDuringJobs() {
-    QObject::connect(&m_job, &JobWatch::started, &m_job, [this] { m_sleepHold.emplace(); });
-    QObject::connect(&m_job, &JobWatch::ended, &m_job, [this] { m_sleepHold.reset(); });
+    const JobWatch* job = &m_host.job();
+    QObject::connect(job, &JobWatch::started, job, [this] { m_sleepHold.emplace(); });
+    QObject::connect(job, &JobWatch::ended, job, [this] { m_sleepHold.reset(); });
 }
 
 void DesktopApp::startAgain(const StartRequest& request) {
@@ -69,10 +69,17 @@ void DesktopApp::startAgain(const StartRequest& request) {
 }
 
 void DesktopApp::followAttention() {
-    const bool isSeen = m_window->isVisible() && m_window->visibility() != QWindow::Minimized;
-    m_scene->moveTo(!isSeen                ? UISceneActivationState::background
-                    : m_window->isActive() ? UISceneActivationState::foregroundActive
-                                           : UISceneActivationState::foregroundInactive);
+    m_scene->moveTo(attention());
+}
+
+UISceneActivationState DesktopApp::attention() const {
+    if (!m_window->isVisible() || m_window->visibility() == QWindow::Minimized)
+        return UISceneActivationState::background;
+    // Their file dialogs are windows of the desktop, and yet the user doesn't leave the program for them.
+    const ShownScreen* over = m_host.presented()->top();
+    const bool mayBeInDialog = over && (over->kind() == "Files" || over->kind() == "ShareSheet");
+    return m_window->isActive() || mayBeInDialog ? UISceneActivationState::foregroundActive
+                                                 : UISceneActivationState::foregroundInactive;
 }
 
 } // namespace anadrome::desktop

@@ -3,17 +3,13 @@
 #include "Desktop/DesktopHost.h"
 #include "Desktop/System/CloseQuestion.h"
 #include "Desktop/System/JobNotice.h"
-#include "Desktop/System/JobWatch.h"
 #include "Desktop/System/LauncherProgress.h"
 #include "Desktop/System/SleepHold.h"
 #include "Desktop/System/StartRequest.h"
+#include "Platform/UIKit/UIWindowScene.h"
 
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
-
-namespace anadrome {
-class UIWindowScene;
-}
 
 namespace anadrome::desktop {
 
@@ -37,12 +33,12 @@ private:
     void launch();
     void showWindow();
     void followAttention();
+    UISceneActivationState attention() const;
     void stayAwakeDuringJobs();
 
     DesktopHost m_host;
-    JobWatch m_job{m_host};
-    CloseQuestion m_closeQuestion{m_host, m_job};
-    LauncherProgress m_launcherProgress{m_job};
+    CloseQuestion m_closeQuestion{m_host};
+    LauncherProgress m_launcherProgress{m_host.job()};
     std::optional<SleepHold> m_sleepHold;
     std::shared_ptr<UIWindowScene> m_scene;
     std::unique_ptr<QQmlApplicationEngine> m_engine = std::make_unique<QQmlApplicationEngine>();

@@ -42,13 +42,13 @@ void DesktopHost::setSize(double width, double height) {
 
 bool DesktopHost::acceptsClip() const {
     const QString top = m_stack.top() ? m_stack.top()->kind() : QString();
-    return (top == "Title" || top == "Edit") && m_presented.count() == 0 && !m_hud.isVisible();
+    return (top == "Title" || top == "Edit") && m_presented.count() == 0 && !isAtWork();
 }
 
 bool DesktopHost::isClipWelcome() {
     if (acceptsClip())
         return true;
-    Q_EMIT noticeGiven(Texts::of(m_hud.isVisible() ? "ClipHasToWaitForJob" : "ClipHasToWait"));
+    Q_EMIT noticeGiven(Texts::of(isAtWork() ? "ClipHasToWaitForJob" : "ClipHasToWait"));
     return false;
 }
 
@@ -86,7 +86,7 @@ void DesktopHost::openFile(const URL& clip) {
 void DesktopHost::back() {
     const auto navigation = m_navigation.lock();
     if (navigation && navigation->view()->canBeTouched() &&
-        navigation->topViewController()->view()->canBeTouched() && !m_hud.isVisible())
+        navigation->topViewController()->view()->canBeTouched() && !isAtWork())
         navigation->popViewControllerAnimated(true);
 }
 

@@ -2,6 +2,7 @@
 
 #include "Desktop/Screens/Hud.h"
 #include "Desktop/Screens/ScreenList.h"
+#include "Desktop/System/JobWatch.h"
 #include "Desktop/System/MailProgram.h"
 #include "Platform/Foundation/URL.h"
 #include "Platform/UIKit/UIHost.h"
@@ -29,7 +30,10 @@ public:
 
     ScreenList* stack() { return &m_stack; }
     ScreenList* presented() { return &m_presented; }
+    const ScreenList* presented() const { return &m_presented; }
     Hud* hud() { return &m_hud; }
+    /// The movie that is being made.
+    const JobWatch& job() const { return m_job; }
 
     /// The stack at the root of the window, with what it shows already. Held weakly.
     void showStack(const std::shared_ptr<UINavigationController>& stack);
@@ -63,6 +67,8 @@ Q_SIGNALS:
     void noticeGiven(const QString& text);
 
 private:
+    /// Also in the moment between two stages of a job, in which nothing is shown.
+    bool isAtWork() const { return m_hud.isVisible() || m_job.isRunning(); }
     bool isClipWelcome();
     void refuseClip(const QString& reason);
     void add(ScreenList& list, UIViewController& controller);
@@ -70,6 +76,7 @@ private:
     ScreenList m_stack;
     ScreenList m_presented;
     Hud m_hud;
+    JobWatch m_job{m_hud, m_stack, m_presented};
     MailProgram m_mailProgram;
     std::weak_ptr<UINavigationController> m_navigation;
     QSizeF m_size{420, 860};

@@ -1,6 +1,7 @@
 #include "Desktop/Screens/HandOver.h"
 
 #include "Desktop/System/OtherPrograms.h"
+#include "Platform/Dispatch/DispatchQueue.h"
 #include "Platform/Foundation/NSBundle.h"
 #include "Platform/MessageUI/MFMailComposeViewController.h"
 #include "Platform/StoreKit/SKStoreProductViewController.h"
@@ -19,18 +20,30 @@ Mail mailOf(const MFMailComposeViewController& composer) {
     return mail;
 }
 
+/// A failure is told by a dialog over the screen.
+HandOverTold errorOver(const std::shared_ptr<UIViewController>& screen, const char* key) {
+    return [weak = std::weak_ptr(screen), key](HandOverOutcome outcome) {
+        const auto screen = weak.lock();
+        if (screen && outcome == HandOverOutcome::failed)
+            ViewHelper::showError(screen, NSLocalizedString(key));
+    };
+}
+
 void handOver(MFMailComposeViewController& composer) {
-    const std::weak_ptr<UIViewController> weak = composer.shared_from_this();
-    composeMail(mailOf(composer), [weak](bool isOpened) {
-        const auto composer = std::dynamic_pointer_cast<MFMailComposeViewController>(weak.lock());
-        if (!composer)
-            return;
-        const auto screen = composer->presentingViewController();
-        // What the user does with the mail, nobody tells.
-        composer->finish(isOpened ? MFMailComposeResult::saved : MFMailComposeResult::failed);
-        if (!isOpened && screen)
-            ViewHelper::showError(screen, NSLocalizedString("FailedToOpenMail"));
+    composeMail(mailOf(composer), errorOver(composer.presentingViewController(), "FailedToOpenMail"));
+    // What the user does with the mail, nobody tells, and mail programs may take their time.
+    DispatchQueue::main().async([weak = composer.weak_from_this()] {
+        if (const auto composer = std::dynamic_pointer_cast<MFMailComposeViewController>(weak.lock()))
+            composer->finish(MFMailComposeResult::saved);
     });
+}
+
+void handOver(SKStoreProductViewController& sheet) {
+    const HandOverTold told = errorOver(sheet.presentingViewController(), "FailedToOpenElsewhere");
+    UIApplication::sharedApplication().openURL(sheet.productPage(), {}, [told](bool isOpened) {
+        told(isOpened ? HandOverOutcome::done : HandOverOutcome::failed);
+    });
+    sheet.dismissViewControllerAnimated(false);
 }
 
 } // namespace
@@ -40,9 +53,8 @@ bool handOver(UIViewController& presented) {
         handOver(*composer);
         return true;
     }
-    if (const auto* sheet = dynamic_cast<SKStoreProductViewController*>(&presented)) {
-        UIApplication::sharedApplication().openURL(sheet->productPage());
-        presented.dismissViewControllerAnimated(false);
+    if (auto* sheet = dynamic_cast<SKStoreProductViewController*>(&presented)) {
+        handOver(*sheet);
         return true;
     }
     return false;

@@ -1,10 +1,14 @@
 #include "Desktop/Screens/ShareScreen.h"
 
 #include "Desktop/System/CopyReplacing.h"
+#include "Desktop/System/FileAddress.h"
 #include "Desktop/System/OtherPrograms.h"
+#include "Desktop/System/SharedFile.h"
 #include "Desktop/Texts.h"
 #include "Platform/Dispatch/DispatchQueue.h"
 #include "Platform/Foundation/NSBundle.h"
+#include "Platform/Foundation/TemporaryDirectory.h"
+#include "Platform/Foundation/UserFolders.h"
 #include "Platform/MessageUI/MFMailComposeViewController.h"
 #include "Platform/UIKit/UIActivityViewController.h"
 #include "Views/Common/ViewHelper.h"
@@ -15,6 +19,22 @@
 #include <QPointer>
 
 namespace anadrome::desktop {
+
+namespace {
+
+bool isWithin(const URL& file, const URL& folder) {
+    return file.path().starts_with(folder.path() + '/');
+}
+
+} // namespace
+
+ShareScreen::ShareScreen(const std::shared_ptr<UIViewController>& controller, QString kind, QObject* parent)
+    : ShownScreen(controller, std::move(kind), parent) {
+    if (const auto sheet = controllerAs<UIActivityViewController>())
+        for (const auto& item : sheet->activityItems())
+            if (const auto* file = std::get_if<URL>(&item); file && m_file.empty())
+                m_file = sharedFile(*file);
+}
 
 QString ShareScreen::text() const {
     QStringList lines;
@@ -29,11 +49,12 @@ QString ShareScreen::text() const {
 }
 
 QUrl ShareScreen::file() const {
-    if (const auto sheet = controllerAs<UIActivityViewController>())
-        for (const auto& item : sheet->activityItems())
-            if (const auto* file = std::get_if<URL>(&item))
-                return QUrl::fromLocalFile(QString::fromStdString(file->path()));
-    return {};
+    return m_file.empty() ? QUrl() : addressOf(m_file);
+}
+
+QUrl ShareScreen::usualPlace() const {
+    const URL videos = URL::fileURLWithPath(userVideosFolder());
+    return m_file.empty() ? QUrl() : addressOf(videos.appendingPathComponent(m_file.lastPathComponent()));
 }
 
 void ShareScreen::copyText() {
@@ -51,13 +72,13 @@ void ShareScreen::copyFile() {
 }
 
 void ShareScreen::showInFileManager() {
-    desktop::showInFileManager(file());
-    finish("showInFileManager", true);
+    if (!m_isBusy)
+        desktop::showInFileManager(file(), outcomeOf("showInFileManager", "FailedToShowFolder"));
 }
 
 void ShareScreen::openWithOtherProgram() {
-    openInOtherProgram(file());
-    finish("open", true);
+    if (!m_isBusy)
+        openInOtherProgram(file(), outcomeOf("open", "FailedToOpenElsewhere"));
 }
 
 bool ShareScreen::canMail() const {
@@ -65,40 +86,52 @@ bool ShareScreen::canMail() const {
 }
 
 void ShareScreen::mail() {
-    const Mail mail{.subject = Texts::of("AppName"), .text = text(), .attachment = file()};
-    composeMail(mail, [self = QPointer(this)](bool isOpened) {
+    if (!m_isBusy)
+        composeMail({.subject = Texts::of("AppName"), .text = text(), .attachment = file()},
+                    outcomeOf("mail", "FailedToOpenMail"));
+}
+
+HandOverTold ShareScreen::outcomeOf(const char* activity, const char* failureKey) {
+    setBusy(true);
+    return [self = QPointer(this), activity, failureKey](HandOverOutcome outcome) {
         if (!self)
             return;
-        if (isOpened)
-            self->finish("mail", true);
-        else
-            self->showError(NSLocalizedString("FailedToOpenMail"));
-    });
+        self->setBusy(false);
+        if (outcome == HandOverOutcome::done)
+            self->finish(activity, true);
+        else if (outcome == HandOverOutcome::failed)
+            self->showError(NSLocalizedString(failureKey));
+    };
 }
 
 void ShareScreen::saveCopy(const QUrl& place) {
-    if (m_isCopying || !place.isLocalFile())
+    if (m_isBusy)
         return;
-    setCopying(true);
-    const auto urlOf = [](const QUrl& url) { return URL::fileURLWithPath(url.toLocalFile().toStdString()); };
+    const std::optional<URL> target = fileAt(place);
+    if (!target || isWithin(*target, TemporaryDirectory::current()))
+        return showError(NSLocalizedString("CopyCannotGoThere"));
+    setBusy(true, true);
     DispatchQueue::global(QualityOfService::userInitiated)
-        .async([self = QPointer(this), from = urlOf(file()), to = urlOf(place)] {
-            const auto error = copyReplacing(from, to);
-            DispatchQueue::main().async([self, error] {
-                if (!self)
-                    return;
-                self->setCopying(false);
-                if (error)
-                    self->showError(error->localizedDescription());
-                else
-                    self->finish("saveCopy", true);
+        .async([self = QPointer(this), from = m_file, to = *target] {
+            DispatchQueue::main().async([self, error = copyReplacing(from, to)] {
+                if (self)
+                    self->copied(error);
             });
         });
 }
 
-void ShareScreen::setCopying(bool isCopying) {
+void ShareScreen::copied(const std::optional<NSError>& error) {
+    setBusy(false);
+    if (error)
+        showError(error->localizedDescription());
+    else
+        finish("saveCopy", true);
+}
+
+void ShareScreen::setBusy(bool isBusy, bool isCopying) {
+    m_isBusy = isBusy;
     m_isCopying = isCopying;
-    Q_EMIT copyingChanged();
+    Q_EMIT busyChanged();
 }
 
 void ShareScreen::showError(const std::string& message) const {
@@ -107,7 +140,8 @@ void ShareScreen::showError(const std::string& message) const {
 }
 
 void ShareScreen::close() {
-    finish(nullptr, false);
+    if (!m_isCopying)
+        finish(nullptr, false);
 }
 
 void ShareScreen::finish(const char* activity, bool completed) const {

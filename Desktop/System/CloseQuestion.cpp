@@ -1,23 +1,22 @@
 #include "Desktop/System/CloseQuestion.h"
 
 #include "Desktop/DesktopHost.h"
-#include "Desktop/System/JobWatch.h"
+#include "Desktop/Screens/ShareScreen.h"
 
 namespace anadrome::desktop {
 
-CloseQuestion::CloseQuestion(DesktopHost& host, const JobWatch& job) : m_host(host), m_job(job) {
-    connect(&job, &JobWatch::ended, this, [this] { setAsked(false); });
+CloseQuestion::CloseQuestion(DesktopHost& host) : m_host(host) {
+    connect(&host.job(), &JobWatch::ended, this, [this] { setAsked(false); });
     connect(host.hud(), &Hud::changed, this, &CloseQuestion::closeIfSaved);
-    // A dialog is to be seen.
-    connect(host.presented(), &ScreenList::countChanged, this, [this] { m_awaitsSave = false; });
+    connect(host.presented(), &ScreenList::countChanged, this, &CloseQuestion::closeIfSaved);
 }
 
 bool CloseQuestion::mayClose() {
     if (m_isAgreed)
         return true;
-    m_awaitsSave = isSaving();
-    setAsked(m_job.isRunning());
-    return !m_awaitsSave && !m_isAsked;
+    m_awaited = saving();
+    setAsked(m_host.job().isRunning());
+    return m_awaited == Saving::nothing && !m_isAsked;
 }
 
 void CloseQuestion::close() {
@@ -26,9 +25,14 @@ void CloseQuestion::close() {
     Q_EMIT closing();
 }
 
-bool CloseQuestion::isSaving() const {
+CloseQuestion::Saving CloseQuestion::saving() const {
+    const auto* sheet = qobject_cast<const ShareScreen*>(m_host.presented()->top());
+    if (sheet && sheet->isCopying())
+        return Saving::copy;
     const Hud& hud = *m_host.hud();
-    return hud.isVisible() && hud.kind() == "ring" && m_host.stack()->top()->kind() == "Preview";
+    const ShownScreen* screen = m_host.stack()->top();
+    const bool isOnPreview = screen && screen->kind() == "Preview";
+    return isOnPreview && hud.isVisible() && hud.kind() == "ring" ? Saving::movie : Saving::nothing;
 }
 
 void CloseQuestion::setAsked(bool isAsked) {
@@ -36,8 +40,15 @@ void CloseQuestion::setAsked(bool isAsked) {
         Q_EMIT askedChanged();
 }
 
+/// A movie that is saved gets a tick; the sheet goes with its copy. What fails brings a dialog.
 void CloseQuestion::closeIfSaved() {
-    if (m_awaitsSave && m_host.hud()->isVisible() && m_host.hud()->kind() == "tick")
+    if (m_awaited == Saving::nothing || saving() == m_awaited)
+        return;
+    const bool isDialogOver = m_host.presented()->count() > 0;
+    const bool isTicked = m_host.hud()->isVisible() && m_host.hud()->kind() == "tick";
+    if (isDialogOver)
+        m_awaited = Saving::nothing;
+    else if (m_awaited == Saving::copy || isTicked)
         close();
 }
 

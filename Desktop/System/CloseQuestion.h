@@ -6,10 +6,9 @@
 namespace anadrome::desktop {
 
 class DesktopHost;
-class JobWatch;
 
 /// Whether the window may close: not in the middle of a movie unless the user says so, and not before a movie
-/// that is being saved is safe. Main thread only.
+/// that is being saved or copied is safe. Main thread only.
 class CloseQuestion : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -18,13 +17,13 @@ class CloseQuestion : public QObject {
     Q_PROPERTY(bool asked READ isAsked NOTIFY askedChanged)
 
 public:
-    /// Host and job are to outlive it.
-    CloseQuestion(DesktopHost& host, const JobWatch& job);
+    /// The host is to outlive it.
+    explicit CloseQuestion(DesktopHost& host);
 
     bool isAsked() const { return m_isAsked; }
 
     /// The user wants the window closed. If it mustn't be now, the question is asked, or closing() comes when
-    /// the movie is saved.
+    /// the movie is saved or copied.
     Q_INVOKABLE bool mayClose();
     /// The answers.
     Q_INVOKABLE void keepGoing() { setAsked(false); }
@@ -36,15 +35,16 @@ Q_SIGNALS:
     void closing();
 
 private:
-    bool isSaving() const;
+    /// What the window stays open for, without a question.
+    enum class Saving { nothing, movie, copy };
+    Saving saving() const;
     void setAsked(bool isAsked);
     void closeIfSaved();
 
     DesktopHost& m_host;
-    const JobWatch& m_job;
     bool m_isAsked = false;
     bool m_isAgreed = false;
-    bool m_awaitsSave = false;
+    Saving m_awaited = Saving::nothing;
 };
 
 } // namespace anadrome::desktop

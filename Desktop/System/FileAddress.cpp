@@ -9,4 +9,8 @@ std::optional<URL> fileAt(const QUrl& address) {
     return URL::fileURLWithPath(QByteArray::fromPercentEncoding(encoded).toStdString());
 }
 
+QUrl addressOf(const URL& file) {
+    return QUrl::fromEncoded(QByteArray::fromStdString(file.absoluteString()));
+}
+
 } // namespace anadrome::desktop

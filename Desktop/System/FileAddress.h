@@ -11,4 +11,7 @@ namespace anadrome::desktop {
 /// way to a path would change.
 std::optional<URL> fileAt(const QUrl& address);
 
+/// The other way round.
+QUrl addressOf(const URL& file);
+
 } // namespace anadrome::desktop

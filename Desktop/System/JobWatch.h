@@ -1,19 +1,21 @@
 #pragma once
 
 #include <QObject>
+#include <QTimer>
 
 namespace anadrome::desktop {
 
-class DesktopHost;
+class Hud;
+class ScreenList;
 
-/// Follows the making of a movie by what the host shows: from the pie that the Create button brings up to the
+/// Follows the making of a movie by what is shown: from the pie that the Create button brings up to the
 /// movie or the dialog. Main thread only.
 class JobWatch : public QObject {
     Q_OBJECT
 
 public:
-    /// The host is to outlive it.
-    explicit JobWatch(DesktopHost& host);
+    /// All are to outlive it.
+    JobWatch(const Hud& hud, const ScreenList& stack, const ScreenList& presented);
 
     bool isRunning() const { return m_isRunning; }
     /// From 0 to 1.
@@ -32,8 +34,11 @@ private:
     void lookForEnd();
     void end();
 
-    DesktopHost& m_host;
+    const Hud& m_hud;
+    const ScreenList& m_stack;
+    const ScreenList& m_presented;
     bool m_isRunning = false;
+    QTimer m_gap;
 };
 
 } // namespace anadrome::desktop

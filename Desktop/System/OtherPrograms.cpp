@@ -1,28 +1,37 @@
 #include "Desktop/System/OtherPrograms.h"
 
 #include "Desktop/System/AskBus.h"
+#include "Desktop/System/PortalRequest.h"
 
 #include <QDBusMetaType>
 #include <QDBusUnixFileDescriptor>
 #include <QDesktopServices>
 #include <QFile>
 #include <QProcess>
+#include <QTimer>
+#include <chrono>
 
 namespace anadrome::desktop {
 
 namespace {
 
-QDBusMessage portalCall(const QString& interface, const QString& method) {
-    return QDBusMessage::createMethodCall("org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
-                                          "org.freedesktop.portal." + interface, method);
+using namespace std::chrono_literals;
+
+/// Some mail programs keep the tool that starts them waiting as long as they run.
+constexpr auto longestStart = 3s;
+
+HandOverOutcome outcomeOf(bool isDone) {
+    return isDone ? HandOverOutcome::done : HandOverOutcome::failed;
 }
 
-/// Calls a service, which has no parent window to know of.
-void call(const QDBusMessage& message, std::function<void(bool isDone)> completion) {
-    askBus(QDBusConnection::sessionBus(), message,
-           [completion = std::move(completion)](const QDBusMessage& answer) {
-               completion(answer.type() != QDBusMessage::ErrorMessage);
-           });
+/// What to do with a portal's outcome: where it fails, the other way is gone.
+std::function<void(HandOverOutcome)> orElse(std::function<void()> otherWay, HandOverTold told) {
+    return [otherWay = std::move(otherWay), told = std::move(told)](HandOverOutcome outcome) {
+        if (outcome == HandOverOutcome::failed)
+            otherWay();
+        else
+            told(outcome);
+    };
 }
 
 /// Portals take files opened, since they may live where paths mean something else.
@@ -32,60 +41,60 @@ QDBusUnixFileDescriptor opened(const QUrl& file) {
                                              : QDBusUnixFileDescriptor();
 }
 
-void composeByTool(const Mail& mail, std::function<void(bool isOpened)> completion) {
+QStringList toolArguments(const Mail& mail) {
     QStringList arguments{"--utf8", "--subject", mail.subject, "--body", mail.text};
     if (!mail.attachment.isEmpty())
         arguments << "--attach" << mail.attachment.toLocalFile();
+    return arguments + mail.addresses;
+}
+
+void composeByTool(const Mail& mail, HandOverTold told) {
     auto* tool = new QProcess;
-    QObject::connect(tool, &QProcess::errorOccurred, tool, [tool, completion](QProcess::ProcessError error) {
+    const auto tellOnce = [told = std::move(told), isTold = std::make_shared<bool>(false)](bool isDone) {
+        if (!std::exchange(*isTold, true))
+            told(outcomeOf(isDone));
+    };
+    QObject::connect(tool, &QProcess::errorOccurred, tool, [tool, tellOnce](QProcess::ProcessError error) {
         if (error != QProcess::FailedToStart)
             return;
-        completion(false);
+        tellOnce(false);
         tool->deleteLater();
     });
-    QObject::connect(tool, &QProcess::finished, tool, [tool, completion](int code, auto status) {
-        completion(code == 0 && status == QProcess::NormalExit);
+    QObject::connect(tool, &QProcess::finished, tool, [tool, tellOnce](int code, auto status) {
+        tellOnce(code == 0 && status == QProcess::NormalExit);
         tool->deleteLater();
     });
-    tool->start("xdg-email", arguments + mail.addresses);
+    QTimer::singleShot(longestStart, tool, [tellOnce] { tellOnce(true); });
+    tool->start("xdg-email", toolArguments(mail));
 }
 
 } // namespace
 
-void showInFileManager(const QUrl& file) {
+void showInFileManager(const QUrl& file, HandOverTold told) {
     QDBusMessage message =
         QDBusMessage::createMethodCall("org.freedesktop.FileManager1", "/org/freedesktop/FileManager1",
                                        "org.freedesktop.FileManager1", "ShowItems");
     message << QStringList{file.toString(QUrl::FullyEncoded)} << QString();
-    call(message, [file](bool isDone) {
-        if (!isDone)
-            QDesktopServices::openUrl(file.adjusted(QUrl::RemoveFilename));
-    });
+    askBus(QDBusConnection::sessionBus(), message,
+           [file, told = std::move(told)](const QDBusMessage& answer) {
+               told(outcomeOf(answer.type() != QDBusMessage::ErrorMessage ||
+                              QDesktopServices::openUrl(file.adjusted(QUrl::RemoveFilename))));
+           });
 }
 
-void openInOtherProgram(const QUrl& file) {
-    QDBusMessage message = portalCall("OpenURI", "OpenFile");
-    message << QString() << QVariant::fromValue(opened(file)) << QVariantMap{{"ask", true}};
-    call(message, [file](bool isDone) {
-        if (!isDone)
-            QDesktopServices::openUrl(file);
-    });
+void openInOtherProgram(const QUrl& file, HandOverTold told) {
+    PortalRequest::send("OpenURI", "OpenFile", {QVariant::fromValue(opened(file))}, {{"ask", true}},
+                        orElse([file, told] { told(outcomeOf(QDesktopServices::openUrl(file))); }, told));
 }
 
-void composeMail(const Mail& mail, std::function<void(bool isOpened)> completion) {
+void composeMail(const Mail& mail, HandOverTold told) {
     qDBusRegisterMetaType<QList<QDBusUnixFileDescriptor>>();
     QVariantMap options{{"addresses", mail.addresses}, {"subject", mail.subject}, {"body", mail.text}};
     if (!mail.attachment.isEmpty())
         options["attachment_fds"] =
             QVariant::fromValue(QList<QDBusUnixFileDescriptor>{opened(mail.attachment)});
-    QDBusMessage message = portalCall("Email", "ComposeEmail");
-    message << QString() << options;
-    call(message, [mail, completion = std::move(completion)](bool isDone) {
-        if (isDone)
-            completion(true);
-        else
-            composeByTool(mail, completion);
-    });
+    PortalRequest::send("Email", "ComposeEmail", {}, options,
+                        orElse([mail, told] { composeByTool(mail, told); }, told));
 }
 
 } // namespace anadrome::desktop

@@ -10,14 +10,14 @@ Sheet {
     readonly property bool hasFile: screen.file.toString() !== ""
     readonly property bool hasText: screen.text !== ""
 
-    title: Texts.of(screen.copying ? "Working" : "ShareTitle")
+    title: Texts.of(screen.busy ? "Working" : "ShareTitle")
     onClosed: screen.close()
 
     FileDialog {
         id: place
         fileMode: FileDialog.SaveFile
         title: Texts.of("ShareSaveCopy")
-        selectedFile: sheet.screen.file
+        selectedFile: sheet.screen.usualPlace
         onAccepted: sheet.screen.saveCopy(selectedFile)
     }
     Label {
@@ -28,7 +28,7 @@ Sheet {
         color: Theme.secondary
     }
     RowGroup {
-        enabled: !sheet.screen.copying
+        enabled: !sheet.screen.busy
         rows: [
             { text: Texts.of("ShareSaveCopy"), symbol: "save", offered: sheet.hasFile, go: () => place.open() },
             { text: Texts.of("ShareOpenWith"), symbol: "open", offered: sheet.hasFile,

@@ -1,6 +1,9 @@
+#include "Desktop/Screens/ShareScreen.h"
+#include "Platform/UIKit/UIActivityViewController.h"
 #include "Tests/Desktop/System/JobTest.h"
 
 #include <filesystem>
+#include <sys/stat.h>
 
 namespace anadrome::desktop {
 
@@ -51,10 +54,27 @@ TEST_F(CloseQuestionTest, AMovieThatIsBeingSavedIsSavedBeforeTheWindowCloses) {
     click("saveButton");
     ASSERT_TRUE(waitUntil([&] { return host().hud()->isVisible(); }));
     window().close();
+    EXPECT_TRUE(window().isVisible());
     EXPECT_TRUE(waitUntil([&] { return !window().isVisible(); }));
     const auto library = m_folder.path() / "Videos" / "Anadrome";
     ASSERT_EQ(std::distance(std::filesystem::directory_iterator(library), {}), 1);
     EXPECT_EQ(std::filesystem::directory_iterator(library)->path().extension(), ".mov");
+}
+
+TEST_F(CloseQuestionTest, ACopyIsWholeBeforeItsSheetOrTheWindowCloses) {
+    // Is copied for as long as nobody writes to it.
+    ASSERT_EQ(::mkfifo(path("movie.mov").c_str(), 0600), 0);
+    present(std::make_shared<UIActivityViewController>(
+        std::vector<UIActivityViewController::Item>{URL::fileURLWithPath(path("movie.mov"))}));
+    qobject_cast<ShareScreen*>(over())->saveCopy(fileUrl(path("copy.mov")));
+    settle();
+    press(Qt::Key_Escape);
+    window().close();
+    settle();
+    EXPECT_TRUE(over() && window().isVisible());
+    write("movie.mov", "the movie");
+    EXPECT_TRUE(waitUntil([&] { return !window().isVisible(); }));
+    EXPECT_EQ(contentsOf("copy.mov"), "the movie");
 }
 
 TEST_F(CloseQuestionTest, GivingUpClosesTheWindow) {

@@ -2,6 +2,7 @@
 
 #include "Tests/Desktop/System/FakeService.h"
 #include "Tests/Desktop/System/JobTest.h"
+#include "Views/Common/ViewHelper.h"
 
 #include <QDBusObjectPath>
 #include <filesystem>
@@ -115,6 +116,18 @@ TEST_F(JobTest, TellsAFailureInItsWordsAndNothingToAUserWhoSeesTheEnd) {
     const QVariantList told = desktop.calls("Notify")[0].arguments();
     EXPECT_EQ(told.value(3), "The movie couldn’t be made.");
     EXPECT_FALSE(told.value(4).toString().isEmpty());
+}
+
+TEST_F(JobTest, BetweenTwoStagesNoClipIsTakenAndAJobThatComesToNothingEnds) {
+    openClip(clip("clip.mp4", {.width = 128, .height = 72, .frames = 30}));
+    const auto edit = UIApplication::sharedApplication().windows().at(0)->rootViewController();
+    ViewHelper::showProgressHud("", edit->view());
+    ASSERT_TRUE(waitUntil([&] { return host().job().isRunning(); }));
+    ViewHelper::hideHud();
+    ASSERT_TRUE(waitUntil([&] { return !host().hud()->isVisible(); }));
+    EXPECT_FALSE(host().acceptsClip());
+    EXPECT_TRUE(waitUntil([&] { return !host().job().isRunning(); }));
+    EXPECT_TRUE(host().acceptsClip());
 }
 
 } // namespace anadrome::desktop

@@ -4,28 +4,11 @@
 #include "Platform/Services/Ads/GADFullScreenAdViewController.h"
 #include "Platform/Services/Consent/UMPConsentFormViewController.h"
 #include "Platform/UIKit/UIActivityViewController.h"
-#include "Platform/UIKit/UIApplication.h"
-#include "Platform/UIKit/UIWindow.h"
 #include "Tests/Desktop/Window/WindowTest.h"
-
-#include <fstream>
 
 namespace anadrome::desktop {
 
-class OverScreensTest : public WindowTest {
-protected:
-    void present(const std::shared_ptr<UIViewController>& controller) {
-        UIApplication::sharedApplication().windows().at(0)->rootViewController()->presentViewController(
-            controller, true);
-        settle();
-    }
-    std::string contentsOf(const std::string& name) const {
-        std::ifstream file(path(name));
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    void write(const std::string& name, const std::string& text) const { std::ofstream(path(name)) << text; }
-    static QUrl fileUrl(const std::string& path) { return QUrl::fromLocalFile(QString::fromStdString(path)); }
-};
+using OverScreensTest = WindowTest;
 
 TEST_F(OverScreensTest, AFullScreenAdGivesWayOnlyAfterItsTimeAndThenToTheButtonInTheCorner) {
     present(

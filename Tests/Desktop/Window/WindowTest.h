@@ -8,6 +8,8 @@
 #include "Platform/Foundation/NSUserDefaults.h"
 #include "Platform/Foundation/Print.h"
 #include "Platform/Services/Deployment.h"
+#include "Platform/UIKit/UIApplication.h"
+#include "Platform/UIKit/UIWindow.h"
 #include "Tests/Support/ClipTest.h"
 #include "Tests/Support/Environment.h"
 #include "Tests/Support/EventLoop.h"
@@ -15,6 +17,7 @@
 #include <QQuickItem>
 #include <QtTest/qtestkeyboard.h>
 #include <QtTest/qtestmouse.h>
+#include <fstream>
 
 namespace anadrome::desktop {
 
@@ -97,6 +100,19 @@ protected:
         host().openClip(QUrl::fromLocalFile(QString::fromStdString(clip)));
         ASSERT_TRUE(waitForScreen("Edit"));
     }
+
+    void present(const std::shared_ptr<UIViewController>& controller) {
+        UIApplication::sharedApplication().windows().at(0)->rootViewController()->presentViewController(
+            controller, true);
+        settle();
+    }
+
+    std::string contentsOf(const std::string& name) const {
+        std::ifstream file(path(name));
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    void write(const std::string& name, const std::string& text) const { std::ofstream(path(name)) << text; }
+    static QUrl fileUrl(const std::string& path) { return QUrl::fromLocalFile(QString::fromStdString(path)); }
 
     const testing_support::Environment m_home{"HOME", m_folder.path()};
     const testing_support::Environment m_state{"XDG_STATE_HOME", m_folder.file("state")};
