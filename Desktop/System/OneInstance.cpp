@@ -16,7 +16,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto patience = 1s;
+constexpr auto patience = 3s;
 /// Enough for the longest path and for any token.
 constexpr qint64 mostBytes = 16 << 10;
 /// What the first instance says when it is there to listen. Nothing is sent before, so nothing that its

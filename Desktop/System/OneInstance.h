@@ -20,7 +20,7 @@ public:
 
     bool isFirst() const { return m_isFirst; }
 
-    /// Hands a request to the first instance; false if that doesn't take it within a second, as when it
+    /// Hands a request to the first instance; false if that doesn't take it within three seconds, as when it
     /// hangs. Needs an application object, but no event loop.
     bool handOver(const StartRequest& request) const;
 
