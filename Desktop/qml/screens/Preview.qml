@@ -80,7 +80,9 @@ FocusScope {
 
         HoverHandler {
             cursorShape: preview.isWatched ? Qt.BlankCursor : Qt.ArrowCursor
-            onPointChanged: stir.restart()
+            // The point changes with each new picture as well.
+            readonly property point at: point.scenePosition
+            onAtChanged: stir.restart()
         }
         Pictures {
             objectName: "moviePlayer"

@@ -239,4 +239,21 @@ TEST_F(ControlsTest, RowsAreWalkedWithTheArrowKeysAndStandStillWhereAllFits) {
     EXPECT_NE(window().activeFocusItem(), row);
 }
 
+TEST_F(ControlsTest, AFilledScreenIsLeftToTheMovieUntilTheHandStirs) {
+    openClip(clip("clip.mp4", {.width = 128, .height = 72, .frames = 300}));
+    click("createButton");
+    ASSERT_TRUE(waitForScreen("Preview"));
+    auto& movie = *qobject_cast<PreviewScreen*>(&screen())->player();
+    const auto strength = [&] { return item("playButton")->parentItem()->opacity(); };
+    press(Qt::Key_F);
+    QTest::mouseMove(&window(), {100, 100});
+    movie.seek(0);
+    if (!movie.isPlaying())
+        press(Qt::Key_Space);
+    EXPECT_TRUE(waitUntil([&] { return strength() == 0 || !movie.isPlaying(); }));
+    EXPECT_TRUE(movie.isPlaying());
+    QTest::mouseMove(&window(), {120, 120});
+    EXPECT_TRUE(waitUntil([&] { return strength() == 1; }));
+}
+
 } // namespace anadrome::desktop
