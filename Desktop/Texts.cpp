@@ -12,6 +12,8 @@ QString Texts::of(const QString& key) {
 }
 
 QString Texts::clock(double seconds) {
+    if (seconds >= 3600)
+        return length(std::floor(seconds));
     const auto tenths = static_cast<qint64>(std::floor(std::max(seconds, 0.0) * 10));
     return QString("%1:%2.%3").arg(tenths / 600).arg(tenths / 10 % 60, 2, 10, QChar('0')).arg(tenths % 10);
 }

@@ -17,7 +17,7 @@ public:
 
     /// In the user's language, from the program's tables.
     Q_INVOKABLE static QString of(const QString& key);
-    /// A time of a movie: "1:05.3".
+    /// A time of a movie: "1:05.3"; from an hour on "1:02:05".
     Q_INVOKABLE static QString clock(double seconds);
     /// A clip's length in whole seconds, of which every clip has one: "1:05", "1:02:05".
     static QString length(double seconds);

@@ -47,6 +47,12 @@ void SliderItem::cancel() {
     Q_EMIT changed();
 }
 
+void SliderItem::put(double value) {
+    press();
+    moveTo(value);
+    release();
+}
+
 QStringList SegmentsItem::titles() const {
     return ask<UISegmentedControl>([](UISegmentedControl& control) {
         QStringList titles;

@@ -41,6 +41,8 @@ public:
     Q_INVOKABLE void moveTo(double value);
     Q_INVOKABLE void release();
     Q_INVOKABLE void cancel();
+    /// All of it at once, to that value.
+    Q_INVOKABLE void put(double value);
 };
 
 /// Chooses one of a few.

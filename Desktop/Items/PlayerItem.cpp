@@ -47,6 +47,11 @@ void PlayerItem::pause() {
         tap();
 }
 
+void PlayerItem::step(SliderItem* bar, int pictures) {
+    pause();
+    bar->put(bar->value() + pictures * frameSeconds());
+}
+
 double PlayerItem::frameSeconds() const {
     constexpr double usual = 1.0 / 30;
     const auto player = this->player();

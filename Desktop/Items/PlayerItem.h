@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Desktop/Items/ViewItem.h"
+#include "Desktop/Items/ControlItems.h"
 
 #include <QSizeF>
 #include <QVideoSink>
@@ -36,14 +36,16 @@ public:
     /// A tap, if that makes it play, or pause.
     Q_INVOKABLE void play();
     Q_INVOKABLE void pause();
-    /// How long a picture stands, in seconds; as in most clips until there is one.
-    Q_INVOKABLE double frameSeconds() const;
+    /// Pauses, and shows the picture so many further along the bar that tells where the player stands.
+    Q_INVOKABLE void step(anadrome::desktop::SliderItem* bar, int pictures);
 
 Q_SIGNALS:
     void aspectChanged();
 
 private:
     std::shared_ptr<AVPlayer> player() const;
+    /// How long a picture stands, in seconds; as in most clips until there is one.
+    double frameSeconds() const;
     bool isPlaying() const;
 
     double m_aspect = 16.0 / 9;

@@ -1,6 +1,7 @@
 #include "Desktop/Screens/MoviePlayer.h"
 
 #include <QPointer>
+#include <algorithm>
 
 namespace anadrome::desktop {
 
@@ -62,6 +63,13 @@ void MoviePlayer::pause() {
 void MoviePlayer::seek(double seconds) {
     m_player->seekToTime(timeOf(seconds), kCMTimeZero, kCMTimeZero);
     Q_EMIT changed();
+}
+
+void MoviePlayer::louder(int steps) {
+    constexpr double step = 0.05;
+    if (steps > 0)
+        m_player->setMuted(false);
+    setVolume(std::clamp(volume() + steps * step, 0.0, 1.0));
 }
 
 } // namespace anadrome::desktop

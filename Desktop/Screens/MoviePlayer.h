@@ -36,6 +36,8 @@ public:
     Q_INVOKABLE void toggle();
     Q_INVOKABLE void pause();
     Q_INVOKABLE void seek(double seconds);
+    /// By so many steps of the volume; what is made louder is heard.
+    Q_INVOKABLE void louder(int steps);
 
 Q_SIGNALS:
     void changed();

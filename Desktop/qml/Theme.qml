@@ -15,12 +15,14 @@ QtObject {
     readonly property color secondary: dark ? "#A7ADB8" : "#5B616C"
     readonly property color chosen: dark ? "#3A404C" : "#FFFFFF"
     readonly property color chosenEdge: dark ? "#4A5160" : "#E2E3E6"
-    readonly property color groove: dark ? "#3A404C" : "#D5D6D9"
-    readonly property color off: dark ? "#3A404C" : "#C9CBCF"
+    readonly property color groove: dark ? "#6B7180" : "#85888F"
+    readonly property color off: groove
     readonly property color knob: dark ? "#F2F3F5" : "#FFFFFF"
+    // On a switch that is on.
+    readonly property color onKnob: dark ? "#101216" : "#FFFFFF"
     readonly property color line: dark ? "#2E333D" : "#E2E3E6"
-    readonly property color backward: dark ? "#F5A524" : "#B86E00"
-    readonly property color forward: dark ? "#2CC4B5" : "#007A74"
+    readonly property color backward: dark ? "#F5A524" : "#945700"
+    readonly property color forward: dark ? "#2CC4B5" : "#00706A"
     readonly property color error: dark ? "#FF6B62" : "#C4302B"
     // The one filled button of a screen is amber in both.
     readonly property color primary: "#F5A524"
@@ -29,7 +31,7 @@ QtObject {
     // Over pictures, and under what covers the screen.
     readonly property color pictureInk: "#FFFFFF"
     readonly property color pictureSecondary: "#C9CDD4"
-    readonly property color pictureGroove: "#3A404C"
+    readonly property color pictureGroove: "#5C6370"
     readonly property color pictureHovered: "#33FFFFFF"
     readonly property color pictureBackward: "#F5A524"
     readonly property color pictureForward: "#2CC4B5"
@@ -47,15 +49,25 @@ QtObject {
     readonly property int smallSize: 13
 
     readonly property int near: 8
+    readonly property int between: 12
     readonly property int gap: 16
     readonly property int edge: 24
 
     readonly property int cardRadius: 14
     readonly property int controlRadius: 10
     readonly property int touch: 44
+    // Rows of a list, and what stands out among the buttons.
+    readonly property int tall: 52
+    readonly property int bar: 56
 
     readonly property int wideFrom: 840
     readonly property int controlColumn: 380
+    // Lines get no longer, however wide the window is.
+    readonly property int column: 520
+    readonly property int wideColumn: 880
+
+    // What can't be used now is drawn at least so.
+    readonly property real dimmed: 0.55
 
     readonly property int appear: 180
     // What takes no longer needs no sign of being busy.
@@ -64,4 +76,20 @@ QtObject {
     readonly property int move: Appearance.reducedMotion ? 0 : appear
     // Long enough to be read.
     readonly property int noticeStays: 5000
+    readonly property int wordStays: 1000
+    // A pause of the keys or the wheel so long is the end of a move.
+    readonly property int keysRest: 700
+    // A window that is dragged by its edge has come to rest.
+    readonly property int edgeRests: 100
+    // Nobody seems to need the controls over a movie any more.
+    readonly property int controlsStay: 3000
+
+    // How strongly a view is drawn.
+    function strength(view) {
+        return view.enabled ? view.alpha : Math.max(view.alpha, dimmed)
+    }
+    // What is held down.
+    function pressed(fill, ink) {
+        return Qt.tint(fill, Qt.alpha(ink, 0.14))
+    }
 }

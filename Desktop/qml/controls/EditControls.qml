@@ -14,9 +14,10 @@ Column {
         spacing: Theme.near
         Item {
             width: parent.width
-            height: caption.implicitHeight
+            height: Math.max(caption.implicitHeight, chosen.implicitHeight)
             Label { id: caption; view: controls.screen.view("outputTypeLabel"); font.weight: Font.DemiBold }
             Label {
+                id: chosen
                 view: controls.screen.view("outputTypeValueLabel")
                 anchors { right: parent.right; left: caption.right; leftMargin: Theme.near }
                 horizontalAlignment: Text.AlignRight
@@ -72,7 +73,8 @@ Column {
         Label {
             id: keep
             view: controls.screen.view("exifLabel")
-            anchors { left: parent.left; right: exif.left; rightMargin: 12; verticalCenter: parent.verticalCenter }
+            anchors { left: parent.left; right: exif.left; rightMargin: Theme.between
+                      verticalCenter: parent.verticalCenter }
         }
         Toggle {
             id: exif

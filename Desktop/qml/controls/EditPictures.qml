@@ -6,10 +6,16 @@ Pictures {
     id: pictures
 
     required property ImageItem icon
+    // What the icon is to have, or has when its fade is over.
+    property real alpha: 0
 
     Accessible.role: Accessible.Button
     Accessible.name: Texts.of("PlayOrPause")
-    Accessible.onPressAction: view.tap()
+    Accessible.onPressAction: if (enabled) view.tap()
+    Component.onCompleted: {
+        alpha = icon.alpha
+        sign.opacity = alpha
+    }
 
     TapHandler { onTapped: pictures.view.tap() }
 
@@ -20,7 +26,7 @@ Pictures {
         height: 88
         radius: 44
         color: Theme.sign
-        opacity: pictures.icon.alpha
+        objectName: "playPauseSign"
         visible: opacity > 0 && pictures.icon.symbol !== ""
         Icon {
             anchors.centerIn: parent
@@ -28,16 +34,22 @@ Pictures {
             color: Theme.pictureInk
             size: 64
         }
-        NumberAnimation { id: fade; target: sign; property: "opacity"; easing.type: Easing.OutQuad }
+        NumberAnimation {
+            id: fade
+            target: sign
+            property: "opacity"
+            easing.type: Easing.OutQuad
+        }
     }
     Connections {
         target: pictures.icon
         // As fast as the screen says.
         function onChanged() {
-            if (pictures.icon.alpha === fade.to && fade.running)
+            if (pictures.icon.alpha === pictures.alpha)
                 return
+            pictures.alpha = pictures.icon.alpha
             fade.stop()
-            fade.to = pictures.icon.alpha
+            fade.to = pictures.alpha
             fade.duration = pictures.icon.duration
             fade.start()
         }

@@ -5,10 +5,12 @@ import Anadrome
 Rectangle {
     property Item of: parent
     property bool shown: of.visualFocus
+    // How far it lies outside: inside, if negative.
+    property real reach: 3
 
     anchors.fill: parent
-    anchors.margins: -3
-    radius: Theme.controlRadius + 3
+    anchors.margins: -reach
+    radius: Theme.controlRadius + reach
     color: "transparent"
     border.width: 2
     border.color: Theme.forward

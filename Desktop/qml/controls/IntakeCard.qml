@@ -7,8 +7,10 @@ PushButton {
 
     property string notice
     property bool isTall: false
+    readonly property real discTop: 40
 
-    implicitHeight: isTall ? 220 : Math.max(112, words.implicitHeight + 2 * Theme.gap)
+    implicitHeight: isTall ? Math.max(220, discTop + disc.height + Theme.gap + words.implicitHeight + Theme.edge)
+                             : Math.max(112, words.implicitHeight + 2 * Theme.gap)
     radius: Theme.cardRadius
     fill: Theme.surface
     edge: Theme.line
@@ -21,7 +23,7 @@ PushButton {
             height: 56
             radius: 28
             x: card.isTall ? (parent.width - width) / 2 : 20
-            y: card.isTall ? 40 : (parent.height - height) / 2
+            y: card.isTall ? card.discTop : (parent.height - height) / 2
             color: Qt.alpha(Theme.backward, 0.14)
             Icon {
                 anchors.centerIn: parent

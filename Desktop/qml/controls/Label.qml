@@ -7,7 +7,7 @@ Text {
 
     text: view ? view.text : ""
     visible: view ? view.shown && text !== "" : true
-    opacity: view ? view.alpha : 1
+    opacity: view ? Theme.strength(view) : 1
     color: Theme.text
     font.pixelSize: Theme.textSize
     wrapMode: Text.Wrap

@@ -12,30 +12,41 @@ Item {
     readonly property var present: stretches.find(stretch => movie.position <= stretch.end * movie.duration)
     property bool wasPlaying: false
     property bool isFull: false
+    readonly property bool isWide: width >= 560
 
     signal fullToggled
 
     function colour(stretch) {
         return stretch.backward ? Theme.pictureBackward : Theme.pictureForward
     }
-    implicitHeight: 52
-
-    IconButton {
-        id: play
-        objectName: "playButton"
-        anchors { left: parent.left; leftMargin: Theme.near; verticalCenter: parent.verticalCenter }
-        name: Texts.of("PlayOrPause")
-        symbol: controls.movie.playing ? "pause" : "play"
+    function louder(steps) {
+        movie.louder(steps)
+        if (!isWide)
+            word.restart()
+    }
+    component MovieButton: IconButton {
+        anchors.verticalCenter: parent.verticalCenter
         ink: Theme.pictureInk
         hoveredFill: Theme.pictureHovered
+    }
+    implicitHeight: Theme.tall
+
+    // In the order in which they are seen, which is that of the tab key.
+    MovieButton {
+        id: play
+        objectName: "playButton"
+        anchors { left: parent.left; leftMargin: Theme.near }
+        name: Texts.of("PlayOrPause")
+        symbol: controls.movie.playing ? "pause" : "play"
         onClicked: controls.movie.toggle()
     }
     SeekBar {
         objectName: "movieSeekBar"
-        anchors { left: play.right; right: mute.left; margins: Theme.near; verticalCenter: parent.verticalCenter }
+        anchors { left: play.right; right: mute.left; margins: Theme.near
+                  verticalCenter: parent.verticalCenter }
         to: controls.movie.duration
         value: controls.movie.position
-        step: 0.5
+        stepBy: seconds => controls.movie.seek(controls.movie.position + seconds)
         fill: controls.present ? controls.colour(controls.present) : Theme.pictureForward
         groove: Theme.pictureGroove
         stretches: controls.stretches.map(stretch => ({ end: stretch.end, color: controls.colour(stretch) }))
@@ -47,37 +58,45 @@ Item {
         onMoved: value => controls.movie.seek(value)
         onLetGo: if (controls.wasPlaying) controls.movie.toggle()
     }
-    IconButton {
-        id: full
-        objectName: "fullScreenButton"
-        anchors { right: parent.right; rightMargin: Theme.near; verticalCenter: parent.verticalCenter }
-        name: Texts.of("FullScreen")
-        symbol: controls.isFull ? "full.leave" : "full"
-        ink: Theme.pictureInk
-        hoveredFill: Theme.pictureHovered
-        onClicked: controls.fullToggled()
-    }
-    IconButton {
+    MovieButton {
         id: mute
-        anchors { right: volume.left; verticalCenter: parent.verticalCenter }
-        name: Texts.of("Sound")
+        objectName: "muteButton"
+        anchors.right: volume.left
+        name: Texts.of(controls.movie.muted ? "Unmute" : "Mute")
         symbol: controls.movie.muted ? "mute" : "volume"
-        ink: Theme.pictureInk
-        hoveredFill: Theme.pictureHovered
         onClicked: controls.movie.muted = !controls.movie.muted
+        WheelHandler {
+            onWheel: event => controls.louder(Math.sign(event.angleDelta.y))
+        }
     }
     Slide {
         id: volume
-        visible: controls.width >= 560
+        visible: controls.isWide
         width: visible ? 110 : 0
         anchors { right: full.left; verticalCenter: parent.verticalCenter }
-        value: controls.movie.volume
+        place: controls.movie.volume
         fill: Theme.pictureSecondary
         groove: Theme.pictureGroove
         knob: Theme.hudText
-        step: 0.05
+        stepBy: steps => controls.louder(steps)
+        isWheeled: true
         name: Texts.of("Volume")
-        valueText: Math.round(value * 100) + "%"
+        valueText: Math.round(place * 100) + "%"
         onMoved: value => controls.movie.volume = value
+    }
+    MovieButton {
+        id: full
+        objectName: "fullScreenButton"
+        anchors { right: parent.right; rightMargin: Theme.near }
+        name: Texts.of(controls.isFull ? "LeaveFullScreen" : "FullScreen")
+        symbol: controls.isFull ? "full.leave" : "full"
+        onClicked: controls.fullToggled()
+    }
+    // What was set where there is no room to see it.
+    Pill {
+        anchors { bottom: parent.top; bottomMargin: Theme.near; horizontalCenter: parent.horizontalCenter }
+        visible: word.running
+        text: volume.name + " " + volume.valueText
+        Timer { id: word; interval: Theme.wordStays }
     }
 }

@@ -25,7 +25,7 @@ Rectangle {
     Component.onCompleted: join()
 
     // A window that is dragged by its edge changes its size many times.
-    Timer { id: settled; interval: 100; onTriggered: control.join() }
+    Timer { id: settled; interval: Theme.edgeRests; onTriggered: control.join() }
 
     VideoOutput {
         id: output

@@ -3,7 +3,7 @@ import Anadrome
 
 // The one thing to do on a screen.
 PushButton {
-    implicitHeight: 52
+    implicitHeight: Theme.tall
     radius: Theme.cardRadius
     fill: Theme.primary
     hoveredFill: Qt.lighter(Theme.primary, 1.12)

@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Anadrome
 
-// What all buttons share: the view behind it, a tap by mouse and keys, its name for screen readers.
-T.AbstractButton {
+// What all buttons share: their looks, and the view behind them.
+Operable {
     id: control
 
     property ButtonItem view: null
@@ -13,26 +12,24 @@ T.AbstractButton {
     property color edge: "transparent"
     property string symbol
     property real radius: Theme.controlRadius
+    // How far the ring lies outside: inside, if negative, where there is no room for it.
+    property real ringReach: 3
 
     text: view ? view.title : ""
     enabled: view ? view.enabled : true
-    opacity: view ? view.alpha : 1
+    opacity: view ? Theme.strength(view) : 1
     visible: view ? view.shown : true
-    focusPolicy: Qt.TabFocus
-    hoverEnabled: true
     implicitHeight: Theme.touch
     implicitWidth: Math.max(Theme.touch, content.implicitWidth + 2 * Theme.gap)
     onClicked: if (view) view.tap()
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
-    Accessible.name: text
 
     background: Rectangle {
         radius: control.radius
-        color: control.hovered || control.down ? control.hoveredFill : control.fill
+        color: control.down ? Theme.pressed(control.hoveredFill, control.ink)
+                            : control.hovered ? control.hoveredFill : control.fill
         border.width: control.edge.a > 0 ? 1 : 0
         border.color: control.edge
-        FocusRing { of: control; radius: control.radius + 3 }
+        FocusRing { of: control; reach: control.ringReach; radius: control.radius + reach }
     }
     contentItem: Item {
         Row {

@@ -9,6 +9,7 @@ Card {
     signal chosen(var row)
 
     width: parent ? parent.width : implicitWidth
+    opacity: enabled ? 1 : Theme.dimmed
     height: column.implicitHeight
 
     Column {
@@ -21,11 +22,23 @@ Card {
                 required property int index
                 required property var modelData
                 objectName: modelData.symbol
+                readonly property bool isRow: true
+
+                // Rows of the next group too, but nothing else.
+                function leave(isForward) {
+                    const next = nextItemInFocusChain(isForward)
+                    if (next.isRow)
+                        next.forceActiveFocus(Qt.TabFocusReason)
+                }
+
                 width: column.width
-                implicitHeight: 52
+                implicitHeight: Math.max(Theme.tall, words.implicitHeight + Theme.gap)
                 radius: Theme.cardRadius
+                ringReach: -2
                 text: modelData.text
                 onClicked: group.chosen(modelData)
+                Keys.onUpPressed: leave(false)
+                Keys.onDownPressed: leave(true)
                 contentItem: Item {
                     Icon {
                         id: sign
@@ -36,14 +49,14 @@ Card {
                         size: 22
                     }
                     Label {
+                        id: words
                         anchors { left: sign.right; leftMargin: Theme.gap; right: parent.right
                                   rightMargin: Theme.gap; verticalCenter: parent.verticalCenter }
                         text: row.text
-                        wrapMode: Text.NoWrap
-                        elide: Text.ElideRight
                     }
                     Rectangle {
-                        anchors { left: sign.right; leftMargin: Theme.gap; right: parent.right; top: parent.top }
+                        anchors { left: sign.right; leftMargin: Theme.gap; right: parent.right
+                                  top: parent.top }
                         height: 1
                         color: Theme.line
                         visible: row.index > 0

@@ -8,7 +8,7 @@ Item {
     property DesktopHost host: null
     property string title
 
-    implicitHeight: 56
+    implicitHeight: Theme.bar
 
     IconButton {
         objectName: "backButton"
@@ -19,7 +19,7 @@ Item {
     }
     Label {
         anchors.centerIn: parent
-        width: Math.min(implicitWidth, parent.width - 2 * 60)
+        width: Math.min(implicitWidth, parent.width - 2 * (Theme.touch + Theme.gap))
         text: bar.title
         font.weight: Font.DemiBold
         wrapMode: Text.NoWrap

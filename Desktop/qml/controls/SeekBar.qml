@@ -7,9 +7,9 @@ Item {
 
     property alias from: slide.from
     property alias to: slide.to
-    property alias value: slide.value
+    property alias value: slide.place
     property alias fill: slide.fill
-    property alias step: slide.step
+    property alias stepBy: slide.stepBy
     property alias groove: slide.groove
     property alias stretches: slide.stretches
     property color ink: Theme.secondary
@@ -24,7 +24,7 @@ Item {
     FontMetrics { id: metrics; font: elapsed.font }
     component Time: Label {
         anchors.verticalCenter: parent.verticalCenter
-        width: metrics.advanceWidth("00:00.0")
+        width: Math.ceil(Math.max(metrics.advanceWidth("00:00.0"), metrics.advanceWidth(total.text)))
         color: control.ink
         font.pixelSize: Theme.smallSize
     }
@@ -32,6 +32,7 @@ Item {
     Slide {
         id: slide
         anchors { left: elapsed.right; right: total.left; verticalCenter: parent.verticalCenter }
+        isWheeled: true
         name: Texts.of("SeekBar")
         valueText: elapsed.text
         onTaken: control.taken()

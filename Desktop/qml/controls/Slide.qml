@@ -7,18 +7,23 @@ Item {
 
     property real from: 0
     property real to: 1
-    property real value: 0
+    // The value that is shown.
+    property real place: 0
     property real step: (to - from) / 100
+    // What a step does, forward or backward, by keys, by the wheel or for a screen reader.
+    property var stepBy: steps => reach(place + steps * step)
+    // Whether the wheel moves it: not where the wheel scrolls what it stands on.
+    property bool isWheeled: false
+    // Whether a double click means something; a click is then a move only when no second one follows.
+    property bool isDoubleClicked: false
     property color fill: Theme.backward
     property color groove: Theme.groove
     property color knob: Theme.knob
-    // Parts of the track in colours of their own: maps with "end", from 0 to 1, and "color"; none for one colour.
+    // Parts of the track in colours of their own: maps with "end", from 0 to 1, and "color".
     property var stretches: []
     property bool isMarkedInMiddle: false
     property string name
     property string valueText
-    readonly property bool visualFocus: activeFocus && isByKeys
-    property bool isByKeys: true
 
     // The hand takes the thumb, moves it, lets go, loses it.
     signal taken
@@ -27,132 +32,158 @@ Item {
     signal lost
     signal doubleClicked
 
-    readonly property real part: to > from ? Math.min(1, Math.max(0, (value - from) / (to - from))) : 0
+    property bool isHeld: false
     readonly property real inset: 11
+    // For the ring, which a hand needs not.
+    readonly property bool visualFocus: activeFocus && !isByMouse
+    property bool isByMouse: false
+    readonly property bool hovered: hand.containsMouse
 
-    // Several key presses are one move of the hand.
-    function nudge(steps) {
-        if (!keyHold.running)
-            taken()
-        keyHold.restart()
-        moved(Math.min(to, Math.max(from, value + steps * step)))
-    }
-    function endNudge() {
-        if (!keyHold.running)
+    function take() {
+        pause.stop()
+        if (isHeld)
             return
-        keyHold.stop()
+        isHeld = true
+        taken()
+    }
+    function letGoNow() {
+        pause.stop()
+        if (!isHeld)
+            return
+        isHeld = false
         letGo()
+    }
+    function letGoIn(milliseconds) {
+        pause.interval = milliseconds
+        pause.restart()
+    }
+    // What comes in short order is one move of the hand.
+    function reach(value) {
+        take()
+        moved(Math.min(to, Math.max(from, value)))
+        letGoIn(Theme.keysRest)
     }
 
     implicitHeight: Theme.touch
     implicitWidth: 200
-    activeFocusOnTab: enabled
-    onActiveFocusChanged: if (!activeFocus) endNudge()
-    Keys.onLeftPressed: nudge(-1)
-    Keys.onRightPressed: nudge(1)
-    Keys.onPressed: event => {
-        if (event.key !== Qt.Key_PageUp && event.key !== Qt.Key_PageDown)
+    activeFocusOnTab: true
+    onActiveFocusChanged: {
+        if (activeFocus)
             return
-        nudge(event.key === Qt.Key_PageUp ? 10 : -10)
-        event.accepted = true
+        isByMouse = false
+        letGoNow()
+    }
+    Keys.onPressed: event => {
+        const moves = {
+            [Qt.Key_Left]: () => stepBy(-1),
+            [Qt.Key_Down]: () => stepBy(-1),
+            [Qt.Key_Right]: () => stepBy(1),
+            [Qt.Key_Up]: () => stepBy(1),
+            [Qt.Key_PageDown]: () => stepBy(-10),
+            [Qt.Key_PageUp]: () => stepBy(10),
+            [Qt.Key_Home]: () => reach(from),
+            [Qt.Key_End]: () => reach(to)
+        }
+        event.accepted = event.key in moves && !(event.modifiers & ~Qt.KeypadModifier)
+        if (event.accepted)
+            moves[event.key]()
+    }
+
+    // What screen readers ask for, by these names, and write.
+    readonly property real minimumValue: from
+    readonly property real maximumValue: to
+    readonly property real stepSize: step
+    property real value: place
+    onValueChanged: {
+        if (value === place)
+            return
+        const wanted = value
+        value = Qt.binding(() => place)
+        if (enabled)
+            reach(wanted)
     }
     Accessible.role: Accessible.Slider
     Accessible.name: valueText ? name + ", " + valueText : name
     Accessible.focusable: true
-    Accessible.onIncreaseAction: nudge(1)
-    Accessible.onDecreaseAction: nudge(-1)
+    Accessible.onIncreaseAction: if (enabled) stepBy(1)
+    Accessible.onDecreaseAction: if (enabled) stepBy(-1)
 
-    Timer { id: keyHold; interval: 700; onTriggered: control.letGo() }
+    Timer { id: pause; onTriggered: control.letGoNow() }
 
-    Rectangle {
-        id: track
-        x: control.inset
-        width: parent.width - 2 * control.inset
-        height: 4
-        radius: 2
-        anchors.verticalCenter: parent.verticalCenter
-        color: control.groove
-        Rectangle {
-            width: parent.width * control.part
-            height: parent.height
-            radius: 2
-            color: control.fill
-            visible: control.stretches.length === 0
-        }
-        Repeater {
-            model: control.stretches
-            Item {
-                id: stretch
-                required property int index
-                required property var modelData
-                readonly property real begin: index > 0 ? control.stretches[index - 1].end : 0
-                x: track.width * begin
-                width: track.width * (modelData.end - begin)
-                height: track.height
-                Rectangle { anchors.fill: parent; radius: 2; color: stretch.modelData.color; opacity: 0.4 }
-                Rectangle {
-                    width: Math.min(parent.width, Math.max(0, track.width * control.part - stretch.x))
-                    height: parent.height
-                    radius: 2
-                    color: stretch.modelData.color
-                }
-            }
-        }
+    SlideTrack {
+        id: looks
+        anchors.fill: parent
+        of: control
+        isPressed: hand.pressed
     }
-    Rectangle {
-        visible: control.isMarkedInMiddle
-        width: 2
-        height: 12
-        radius: 1
-        anchors.centerIn: parent
-        color: control.part >= 0.5 ? control.fill : control.groove
-    }
-    Rectangle {
-        id: thumb
-        width: 22
-        height: 22
-        radius: 11
-        x: control.part * track.width
-        anchors.verticalCenter: parent.verticalCenter
-        color: control.knob
-        border.width: hand.pressed ? 6 : 4
-        border.color: control.fill
-        FocusRing { of: control; radius: 14 }
+    WheelHandler {
+        property real turned: 0
+        readonly property real notch: 120
+        enabled: control.isWheeled
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+        onWheel: event => {
+            turned += event.angleDelta.y || -event.angleDelta.x
+            const steps = Math.trunc(turned / notch)
+            turned -= steps * notch
+            if (steps !== 0)
+                control.stepBy(steps)
+        }
     }
     MouseArea {
         id: hand
 
+        property real pressedAt: 0
         property real grip: 0
         property bool isMoving: false
+        property bool isOver: false
 
-        function valueAt(x) {
-            return control.from + Math.min(1, Math.max(0, (x - grip - control.inset) / track.width))
-                   * (control.to - control.from)
-        }
-        function begin() {
-            if (isMoving)
-                return
-            isMoving = true
-            control.taken()
+        function show(x) {
+            const part = (x - grip - control.inset) / (width - 2 * control.inset)
+            control.take()
+            control.moved(control.from + Math.min(1, Math.max(0, part)) * (control.to - control.from))
         }
 
         anchors.fill: parent
+        hoverEnabled: true
         preventStealing: true
         onPressed: mouse => {
-            const centre = thumb.x + control.inset
-            const isOnThumb = Math.abs(mouse.x - centre) <= thumb.width
-            grip = isOnThumb ? mouse.x - centre : 0
-            if (isOnThumb)
-                return
-            begin()
-            control.moved(valueAt(mouse.x))
+            control.isByMouse = true
+            control.forceActiveFocus(Qt.MouseFocusReason)
+            pause.stop()
+            isMoving = false
+            isOver = false
+            pressedAt = mouse.x
+            const distance = mouse.x - looks.thumbAt
+            const isOnThumb = Math.abs(distance) <= 2 * control.inset
+            grip = isOnThumb ? distance : 0
+            if (!isOnThumb)
+                show(mouse.x)
         }
         onPositionChanged: mouse => {
-            begin()
-            control.moved(valueAt(mouse.x))
+            if (!pressed || isOver || !isMoving && Math.abs(mouse.x - pressedAt) < drag.threshold)
+                return
+            isMoving = true
+            show(mouse.x)
         }
-        onReleased: if (isMoving) { isMoving = false; control.letGo() }
-        onCanceled: if (isMoving) { isMoving = false; control.lost() }
-        onDoubleClicked: control.doubleClicked()
+        onReleased: {
+            if (control.isDoubleClicked && !isMoving)
+                control.letGoIn(Application.styleHints.mouseDoubleClickInterval)
+            else
+                control.letGoNow()
+        }
+        onCanceled: {
+            if (!control.isHeld)
+                return
+            control.isHeld = false
+            control.lost()
+        }
+        onDoubleClicked: {
+            if (!control.isDoubleClicked)
+                return
+            // What the second click still moves is no drag.
+            isOver = true
+            control.isHeld = false
+            control.doubleClicked()
+        }
     }
 }

@@ -12,22 +12,20 @@ Item {
     property string glyph
 
     function reset() {
-        view.press()
-        view.moveTo((view.from + view.to) / 2)
-        view.release()
+        view.put(SpeedScale.usual)
     }
 
-    implicitHeight: words.height + slide.height + 8
+    implicitHeight: words.height + slide.height + Theme.near
 
     Item {
         id: words
         width: parent.width
-        height: Math.max(name.implicitHeight, 24)
+        height: Math.max(name.implicitHeight, number.implicitHeight)
         Text {
             id: sign
             text: control.glyph
             color: control.fill
-            opacity: control.caption.alpha
+            opacity: Theme.strength(control.caption)
             font.pixelSize: Theme.textSize
             anchors.baseline: name.baseline
             Accessible.ignored: true
@@ -50,13 +48,15 @@ Item {
         anchors { top: words.bottom; left: parent.left; right: parent.right }
         from: control.view.from
         to: control.view.to
-        value: control.view.value
+        place: control.view.value
+        stepBy: steps => reach(SpeedScale.after(place, steps))
         fill: control.fill
-        opacity: control.view.alpha
+        opacity: Theme.strength(control.view)
         // As one picture, or the track would be seen through the thumb.
         layer.enabled: opacity < 1
         enabled: control.view.enabled
         isMarkedInMiddle: true
+        isDoubleClicked: true
         name: control.caption.text
         valueText: control.factor.text
         onTaken: control.view.press()
@@ -69,7 +69,7 @@ Item {
         anchors { horizontalCenter: slide.horizontalCenter; bottom: parent.bottom }
         text: "1.0x"
         color: Theme.secondary
-        opacity: control.caption.alpha
+        opacity: Theme.strength(control.caption)
         font.pixelSize: Theme.smallSize
         Accessible.ignored: true
     }

@@ -1,40 +1,41 @@
 import QtQuick
-import QtQuick.Templates as T
 import Anadrome
 
-T.AbstractButton {
+Operable {
     id: control
 
     required property SwitchItem view
 
-    implicitWidth: 52
+    implicitWidth: Theme.tall
     implicitHeight: Theme.touch
-    focusPolicy: Qt.TabFocus
     enabled: view.enabled
-    opacity: view.alpha
-    onClicked: view.tap()
-    Keys.onReturnPressed: clicked()
-    Accessible.role: Accessible.CheckBox
-    Accessible.name: text
-    Accessible.checkable: true
-    Accessible.checked: view.on
+    opacity: Theme.strength(view)
+    checkable: true
+    checked: view.on
+    onClicked: {
+        view.tap()
+        // A click changes it here as well.
+        checked = Qt.binding(() => view.on)
+    }
 
     background: Item {
         Rectangle {
+            readonly property color fill: control.view.on ? Theme.forward : Theme.off
             anchors.centerIn: parent
             width: 50
             height: 30
-            radius: 15
-            color: control.view.on ? Theme.forward : Theme.off
+            radius: height / 2
+            color: control.hovered || control.down ? Theme.pressed(fill, Theme.text) : fill
             Behavior on color { ColorAnimation { duration: Theme.appear } }
-            FocusRing { of: control; radius: 18 }
+            // Around a switch of the ring's colour too.
+            FocusRing { of: control; reach: 4; radius: parent.radius + reach; border.color: Theme.text }
             Rectangle {
                 width: 24
                 height: 24
-                radius: 12
+                radius: height / 2
                 y: 3
-                x: control.view.on ? 23 : 3
-                color: Theme.pictureInk
+                x: control.view.on ? parent.width - width - y : y
+                color: control.view.on ? Theme.onKnob : Theme.knob
                 Behavior on x { NumberAnimation { duration: Theme.move; easing.type: Easing.OutCubic } }
             }
         }

@@ -13,26 +13,25 @@ FocusScope {
     readonly property SliderItem seekBar: screen.view("videoSeekBar")
     readonly property BannerItem banner: screen.view("bannerView")
 
-    function step(frames) {
-        player.pause()
-        seekBar.press()
-        seekBar.moveTo(seekBar.value + frames * player.frameSeconds())
-        seekBar.release()
+    function step(pictures) {
+        player.step(seekBar, pictures)
     }
 
     focus: true
-    Keys.onSpacePressed: player.tap()
-    Keys.onLeftPressed: step(-1)
-    Keys.onRightPressed: step(1)
-    // As in editors; a key that is held repeats.
+    // As in editors: J runs backward, K pauses, L goes toward the clip's end, which is to the left.
     Keys.onPressed: event => {
-        event.accepted = true
-        switch (event.key) {
-        case Qt.Key_J: step(-1); break
-        case Qt.Key_K: player.pause(); break
-        case Qt.Key_L: player.play(); break
-        default: event.accepted = false
+        const once = deed => { if (!event.isAutoRepeat) deed() }
+        const deeds = {
+            [Qt.Key_Space]: () => once(() => player.tap()),
+            [Qt.Key_Left]: () => step(-1),
+            [Qt.Key_Right]: () => step(1),
+            [Qt.Key_J]: () => player.play(),
+            [Qt.Key_K]: () => player.pause(),
+            [Qt.Key_L]: () => step(-1)
         }
+        event.accepted = event.key in deeds && !(event.modifiers & ~Qt.KeypadModifier)
+        if (event.accepted)
+            deeds[event.key]()
     }
 
     ScreenBar {
@@ -68,7 +67,7 @@ FocusScope {
             from: edit.seekBar.from
             to: edit.seekBar.to
             value: edit.seekBar.value
-            step: edit.player.frameSeconds()
+            stepBy: steps => edit.step(steps)
             fill: Theme.pictureBackward
             groove: Theme.pictureGroove
             ink: Theme.pictureSecondary
@@ -93,7 +92,7 @@ FocusScope {
             id: controls
             x: (scroll.width - width) / 2
             y: Theme.gap
-            width: Math.min(scroll.width - 2 * Theme.edge, 520)
+            width: Math.min(scroll.width - 2 * Theme.edge, Theme.column)
             screen: edit.screen
         }
     }

@@ -11,9 +11,9 @@ FocusScope {
     readonly property bool isWide: width >= Theme.wideFrom
     readonly property MoviePlayer movie: screen.player
 
-    focus: true
     readonly property bool isFull: Window.visibility === Window.FullScreen
-
+    // Nothing but the movie is of interest.
+    readonly property bool isWatched: isFull && movie.playing && !stir.running
     property int visibilityBefore: Window.Windowed
 
     function toggleFull() {
@@ -26,7 +26,8 @@ FocusScope {
         }
     }
 
-    Keys.onSpacePressed: movie.toggle()
+    focus: true
+    onIsFullChanged: stir.restart()
     Keys.onEscapePressed: event => {
         if (isFull)
             toggleFull()
@@ -34,12 +35,26 @@ FocusScope {
             event.accepted = false
     }
     Keys.onPressed: event => {
-        event.accepted = event.key === Qt.Key_F || event.key === Qt.Key_F11
+        stir.restart()
+        const once = deed => { if (!event.isAutoRepeat) deed() }
+        const deeds = {
+            [Qt.Key_Space]: () => once(() => movie.toggle()),
+            [Qt.Key_Left]: () => movie.seek(movie.position - 1),
+            [Qt.Key_Right]: () => movie.seek(movie.position + 1),
+            [Qt.Key_Up]: () => controls.louder(1),
+            [Qt.Key_Down]: () => controls.louder(-1),
+            [Qt.Key_F]: () => once(() => toggleFull()),
+            [Qt.Key_F11]: () => once(() => toggleFull())
+        }
+        event.accepted = event.key in deeds && !(event.modifiers & ~Qt.KeypadModifier)
         if (event.accepted)
-            toggleFull()
+            deeds[event.key]()
     }
-    Keys.onLeftPressed: movie.seek(movie.position - 1)
-    Keys.onRightPressed: movie.seek(movie.position + 1)
+    Connections {
+        target: preview.Window.window
+        function onActiveFocusItemChanged() { stir.restart() }
+    }
+    Timer { id: stir; interval: Theme.controlsStay }
     onIsSeenChanged: {
         if (isSeen)
             return
@@ -63,15 +78,34 @@ FocusScope {
                   right: preview.isWide && !preview.isFull ? doings.left : parent.right }
         color: Theme.stage
 
+        HoverHandler {
+            cursorShape: preview.isWatched ? Qt.BlankCursor : Qt.ArrowCursor
+            // The point changes with each new picture as well.
+            readonly property point at: point.scenePosition
+            onAtChanged: stir.restart()
+        }
         Pictures {
             objectName: "moviePlayer"
-            anchors { left: parent.left; right: parent.right; top: parent.top; bottom: controls.top }
+            anchors { left: parent.left; right: parent.right; top: parent.top
+                      bottom: preview.isFull ? parent.bottom : controls.top }
             view: preview.screen.view("moviePlayer")
             isSeen: preview.isSeen
             TapHandler {
-                onTapped: preview.movie.toggle()
+                onTapped: second.running ? second.stop() : second.start()
                 onDoubleTapped: preview.toggleFull()
             }
+            // A tap that is the first half of a double one doesn't count.
+            Timer {
+                id: second
+                interval: Application.styleHints.mouseDoubleClickInterval
+                onTriggered: preview.movie.toggle()
+            }
+        }
+        Rectangle {
+            anchors.fill: controls
+            visible: preview.isFull
+            opacity: controls.opacity
+            color: Theme.badge
         }
         MovieControls {
             id: controls
@@ -80,6 +114,8 @@ FocusScope {
             stretches: preview.screen.stretches
             isFull: preview.isFull
             onFullToggled: preview.toggleFull()
+            opacity: preview.isWatched ? 0 : 1
+            Behavior on opacity { NumberAnimation { duration: Theme.appear; easing.type: Easing.OutCubic } }
         }
     }
 
@@ -94,11 +130,11 @@ FocusScope {
             id: ways
             x: (parent.width - width) / 2
             y: Theme.edge
-            width: Math.min(parent.width - 2 * Theme.edge, 520)
+            width: Math.min(parent.width - 2 * Theme.edge, Theme.column)
             spacing: Theme.gap
             Row {
                 width: parent.width
-                spacing: 12
+                spacing: Theme.between
                 PrimaryButton {
                     objectName: "saveButton"
                     width: (parent.width - parent.spacing) / 2
@@ -108,7 +144,7 @@ FocusScope {
                 QuietButton {
                     objectName: "shareButton"
                     width: (parent.width - parent.spacing) / 2
-                    height: 52
+                    height: Theme.tall
                     radius: Theme.cardRadius
                     view: preview.screen.view("shareButton")
                     symbol: "square.and.arrow.up"
@@ -116,7 +152,7 @@ FocusScope {
             }
             Row {
                 width: parent.width
-                spacing: 12
+                spacing: Theme.between
                 PushButton {
                     objectName: "selectOtherVideoButton"
                     width: (parent.width - parent.spacing) / 2

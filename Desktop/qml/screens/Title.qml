@@ -19,7 +19,7 @@ FocusScope {
 
         Column {
             id: column
-            width: Math.min(parent.width - 2 * Theme.edge, title.isWide ? 880 : 520)
+            width: Math.min(parent.width - 2 * Theme.edge, title.isWide ? Theme.wideColumn : Theme.column)
             x: (parent.width - width) / 2
             y: Math.max(Theme.edge, Math.min((parent.height - implicitHeight) / 2, 120))
             spacing: Theme.gap
@@ -56,24 +56,31 @@ FocusScope {
             Flow {
                 id: cards
                 readonly property int columns: title.isWide ? 3 : 1
+                readonly property real tallest: Math.max(camera.implicitHeight, library.implicitHeight,
+                                                         files.implicitHeight)
                 width: parent.width
-                spacing: 12
+                spacing: Theme.between
                 component Intake: IntakeCard {
                     width: (cards.width - (cards.columns - 1) * cards.spacing) / cards.columns
+                    // As high as its neighbours.
+                    height: isTall ? cards.tallest : implicitHeight
                     isTall: title.isWide
                 }
                 Intake {
+                    id: camera
                     objectName: "cameraButton"
                     view: title.screen.view("cameraButton")
                     symbol: "camera"
                     notice: title.notice.text
                 }
                 Intake {
+                    id: library
                     objectName: "libraryButton"
                     view: title.screen.view("libraryButton")
                     symbol: "library"
                 }
                 Intake {
+                    id: files
                     objectName: "iCloudButton"
                     view: title.screen.view("iCloudButton")
                     symbol: "folder"
@@ -84,7 +91,7 @@ FocusScope {
             Label { id: quality; view: title.screen.view("videoQualityLabel"); font.weight: Font.DemiBold }
             Segments {
                 objectName: "videoQualitySegmentedControl"
-                width: Math.min(parent.width, 520)
+                width: Math.min(parent.width, Theme.column)
                 view: title.screen.view("videoQualitySegmentedControl")
                 name: quality.text
             }

@@ -162,7 +162,7 @@ TEST_F(WindowTest, TheTabKeyReachesAllThatCanBeOperatedAndEachHasANameAndARole) 
     check("Preview");
 }
 
-TEST_F(WindowTest, TextsCanBeReadOnEverySurfaceInLightAndDark) {
+TEST_F(WindowTest, TextsAndControlsStandOutOnEverySurfaceInLightAndDark) {
     QQmlComponent component(&m_app->engine());
     component.setData("import QtQuick\nimport Anadrome\nQtObject { property var theme: Theme }", {});
     const std::unique_ptr<QObject> holder(component.create());
@@ -171,15 +171,27 @@ TEST_F(WindowTest, TextsCanBeReadOnEverySurfaceInLightAndDark) {
         m_app->engine().singletonInstance<Appearance*>(qmlTypeId("Anadrome", 1, 0, "Appearance"));
     for (const bool isDark : {false, true}) {
         appearance->setDark(isDark);
-        for (const char* surface : {"background", "surface", "raised"})
-            for (const char* ink : {"text", "secondary", "forward", "error"})
-                EXPECT_GE(
-                    contrast(theme->property(surface).value<QColor>(), theme->property(ink).value<QColor>()),
-                    4.5)
-                    << ink << " on " << surface << (isDark ? ", dark" : ", light");
-        EXPECT_GE(contrast(theme->property("primary").value<QColor>(),
-                           theme->property("primaryInk").value<QColor>()),
-                  4.5);
+        const auto check = [&](const char* ink, const char* surface, double least) {
+            EXPECT_GE(
+                contrast(theme->property(surface).value<QColor>(), theme->property(ink).value<QColor>()),
+                least)
+                << ink << " on " << surface << (isDark ? ", dark" : ", light");
+        };
+        for (const char* surface : {"background", "surface", "raised", "well", "hovered", "chosen"})
+            for (const char* ink : {"text", "secondary", "backward", "forward"})
+                check(ink, surface, 4.5);
+        for (const char* surface : {"background", "surface", "raised"}) {
+            check("error", surface, 4.5);
+            for (const char* shape : {"groove", "off"})
+                check(shape, surface, 3);
+        }
+        check("primaryInk", "primary", 4.5);
+        check("knob", "off", 3);
+        check("onKnob", "forward", 3);
+        for (const char* ink : {"pictureInk", "pictureSecondary", "pictureBackward", "pictureForward"})
+            check(ink, "stage", 4.5);
+        check("pictureGroove", "stage", 3);
+        check("pictureInk", "pictureGroove", 4.5);
     }
 }
 
