@@ -90,15 +90,10 @@ FocusScope {
                       bottom: preview.isFull ? parent.bottom : controls.top }
             view: preview.screen.view("moviePlayer")
             isSeen: preview.isSeen
+            // The halves of a double tap undo each other.
             TapHandler {
-                onTapped: second.running ? second.stop() : second.start()
+                onTapped: preview.movie.toggle()
                 onDoubleTapped: preview.toggleFull()
-            }
-            // A tap that is the first half of a double one doesn't count.
-            Timer {
-                id: second
-                interval: Application.styleHints.mouseDoubleClickInterval
-                onTriggered: preview.movie.toggle()
             }
         }
         Rectangle {

@@ -190,7 +190,7 @@ TEST_F(ControlsTest, ASliderThatIsClickedHasTheKeysAndSegmentsKeepTheirOwn) {
     EXPECT_TRUE(waitUntil([&] { return bar.value() > middle + 0.2; }));
 }
 
-TEST_F(ControlsTest, ADoubleClickOnTheMovieOnlyFillsTheScreen) {
+TEST_F(ControlsTest, ADoubleClickOnTheMovieFillsTheScreenAndLeavesItPlayingOrNot) {
     openClip(clip("clip.mp4", shortClip));
     click("createButton");
     ASSERT_TRUE(waitForScreen("Preview"));
@@ -201,7 +201,7 @@ TEST_F(ControlsTest, ADoubleClickOnTheMovieOnlyFillsTheScreen) {
     EXPECT_TRUE(waitUntil([&] { return window().visibility() == QWindow::FullScreen; }));
     settle();
     EXPECT_FALSE(movie.isPlaying());
-    EXPECT_EQ(movie.position(), before);
+    EXPECT_NEAR(movie.position(), before, 0.2);
     press(Qt::Key_F);
     EXPECT_TRUE(waitUntil([&] { return window().visibility() == QWindow::Windowed; }));
     settle();
