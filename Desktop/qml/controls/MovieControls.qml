@@ -12,6 +12,8 @@ Item {
     readonly property var present: stretches.find(stretch => movie.position <= stretch.end * movie.duration)
     property bool wasPlaying: false
     property bool isFull: false
+    // Whether there is a full screen to go to.
+    property bool canFill: true
 
     signal fullToggled
 
@@ -49,6 +51,8 @@ Item {
     }
     IconButton {
         id: full
+        visible: controls.canFill
+        width: visible ? implicitWidth : 0
         objectName: "fullScreenButton"
         anchors { right: parent.right; rightMargin: Theme.near; verticalCenter: parent.verticalCenter }
         name: Texts.of("FullScreen")
