@@ -14,7 +14,8 @@ Item {
         TapHandler { onTapped: review.clip.player.toggle() }
     }
     Pill {
-        anchors { top: parent.top; topMargin: Theme.edge + Theme.touch; horizontalCenter: parent.horizontalCenter }
+        anchors { top: parent.top; topMargin: Theme.edge + Theme.touch
+                  horizontalCenter: parent.horizontalCenter }
         room: Math.min(review.width - 2 * Theme.edge, Theme.reviewWords)
         visible: text !== ""
         text: review.screen.notice
