@@ -52,7 +52,7 @@ Item {
     IconButton {
         id: full
         visible: controls.canFill
-        width: visible ? implicitWidth : 0
+        width: visible ? implicitWidth : Theme.near
         objectName: "fullScreenButton"
         anchors { right: parent.right; rightMargin: Theme.near; verticalCenter: parent.verticalCenter }
         name: Texts.of("FullScreen")

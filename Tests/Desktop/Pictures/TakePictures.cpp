@@ -204,7 +204,7 @@ int main(int argc, char** argv) {
         tour.window().requestActivate();
         runEventLoopFor(500ms);
         if (isOfOtherPrograms) {
-            tour.picture("title-other-programs");
+            tour.picture("title-with-other-programs");
         } else {
             const QUrl clip = QUrl::fromLocalFile(arguments[0]);
             showTitle(tour, clip);
