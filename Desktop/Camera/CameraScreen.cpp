@@ -4,8 +4,10 @@
 #include "Desktop/Texts.h"
 #include "Platform/AVFoundation/AVError.h"
 #include "Platform/Dispatch/DispatchQueue.h"
+#include "Platform/Foundation/NSBundle.h"
 #include "Platform/Foundation/NSFileManager.h"
 #include "Platform/Foundation/NSProcessInfo.h"
+#include "Platform/UIKit/UIAlertController.h"
 #include "Platform/UIKit/UIImagePickerController.h"
 
 #include <QPointer>
@@ -170,13 +172,39 @@ void CameraScreen::openFile() {
     const auto title = picker ? picker->presentingViewController() : nullptr;
     if (!title)
         return;
-    close();
+    leave();
     ShownScreen screen(title, "Title", nullptr);
     if (auto* button = qobject_cast<ButtonItem*>(screen.view("iCloudButton")))
         button->tap();
 }
 
 void CameraScreen::close() {
+    if (m_state == Recording)
+        return stop();
+    if (m_state == Recorded)
+        return askToDiscard();
+    if (!m_isTaking)
+        leave();
+}
+
+void CameraScreen::askToDiscard() {
+    const auto picker = controllerAs<UIImagePickerController>();
+    if (!picker)
+        return;
+    m_clip->player()->pause();
+    const auto question = std::make_shared<UIAlertController>(NSLocalizedString("DiscardClip"),
+                                                              NSLocalizedString("ClipIsKeptNowhere"),
+                                                              UIAlertControllerStyle::alert);
+    question->addAction({NSLocalizedString("KeepClip"), UIAlertActionStyle::cancel, {}});
+    question->addAction(
+        {NSLocalizedString("Discard"), UIAlertActionStyle::destructive, [self = QPointer(this)] {
+             if (self)
+                 self->leave();
+         }});
+    picker->presentViewController(question, true);
+}
+
+void CameraScreen::leave() {
     if (const auto picker = controllerAs<UIImagePickerController>())
         picker->cancel();
 }

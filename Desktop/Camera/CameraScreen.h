@@ -50,6 +50,8 @@ public:
     Q_INVOKABLE void use();
     /// Leaves the camera for the choice of a file.
     Q_INVOKABLE void openFile();
+    /// Ends a recording, asks before a clip is dropped, and else leaves the camera. Without effect while a
+    /// clip is on its way.
     void close() override;
 
 Q_SIGNALS:
@@ -57,6 +59,8 @@ Q_SIGNALS:
     void elapsedChanged();
 
 private:
+    void leave();
+    void askToDiscard();
     void look();
     void found(AVCaptureDevices devices);
     void openCamera();

@@ -92,4 +92,16 @@ QtObject {
     function pressed(fill, ink) {
         return Qt.tint(fill, Qt.alpha(ink, 0.14))
     }
+
+    // The camera: the foot with its button, the red sign in that, and what lies over the pictures.
+    readonly property int cameraFoot: 136
+    readonly property int recordSize: 76
+    readonly property int recordEdge: 4
+    readonly property int recordSign: 58
+    readonly property int stopSign: 30
+    readonly property int stopRadius: 6
+    readonly property real recordOff: 0.4
+    readonly property int cameraWords: 360
+    readonly property int reviewWords: 560
+    readonly property int reviewChoices: 520
 }

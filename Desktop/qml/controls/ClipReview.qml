@@ -7,16 +7,16 @@ Item {
 
     required property CameraScreen screen
     required property RecordedClip clip
-    property real footHeight: 136
 
     Pictures {
-        anchors { fill: parent; bottomMargin: review.footHeight }
+        anchors { fill: parent; bottomMargin: Theme.cameraFoot }
         view: review.clip.pictures
         TapHandler { onTapped: review.clip.player.toggle() }
     }
     Pill {
-        anchors { top: parent.top; topMargin: Theme.edge + Theme.touch; horizontalCenter: parent.horizontalCenter }
-        room: Math.min(review.width - 2 * Theme.edge, 560)
+        anchors { top: parent.top; topMargin: Theme.edge + Theme.touch
+                  horizontalCenter: parent.horizontalCenter }
+        room: Math.min(review.width - 2 * Theme.edge, Theme.reviewWords)
         visible: text !== ""
         text: review.screen.notice
     }
@@ -26,15 +26,16 @@ Item {
         MovieControls {
             width: parent.width
             movie: review.clip.player
+            canFill: false
         }
         Row {
             anchors.horizontalCenter: parent.horizontalCenter
-            width: Math.min(parent.width - 2 * Theme.edge, 520)
-            spacing: 12
+            width: Math.min(parent.width - 2 * Theme.edge, Theme.reviewChoices)
+            spacing: Theme.gap
             PushButton {
                 objectName: "retakeButton"
                 width: (parent.width - parent.spacing) / 2
-                height: 52
+                height: use.height
                 radius: Theme.cardRadius
                 text: Texts.of("Retake")
                 fill: Theme.pictureGroove
@@ -43,6 +44,7 @@ Item {
                 onClicked: review.screen.retake()
             }
             PrimaryButton {
+                id: use
                 objectName: "useButton"
                 width: (parent.width - parent.spacing) / 2
                 text: Texts.of("UseClip")

@@ -13,6 +13,8 @@ Item {
     property bool wasPlaying: false
     property bool isFull: false
     readonly property bool isWide: width >= 560
+    // Whether there is a full screen to go to.
+    property bool canFill: true
 
     signal fullToggled
 
@@ -86,6 +88,8 @@ Item {
     }
     MovieButton {
         id: full
+        visible: controls.canFill
+        width: visible ? implicitWidth : Theme.near
         objectName: "fullScreenButton"
         anchors { right: parent.right; rightMargin: Theme.near }
         name: Texts.of(controls.isFull ? "LeaveFullScreen" : "FullScreen")

@@ -8,30 +8,31 @@ T.AbstractButton {
 
     property bool isRecording: false
 
-    implicitWidth: 76
-    implicitHeight: 76
-    opacity: enabled ? 1 : 0.4
+    implicitWidth: Theme.recordSize
+    implicitHeight: Theme.recordSize
+    opacity: enabled ? 1 : Theme.recordOff
     focusPolicy: Qt.TabFocus
     hoverEnabled: true
     text: Texts.of(isRecording ? "StopRecording" : "Record")
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
     Accessible.name: text
+    Accessible.onPressAction: if (enabled) clicked()
     Behavior on opacity { NumberAnimation { duration: Theme.appear } }
 
     background: Rectangle {
         radius: width / 2
         color: control.hovered || control.down ? Theme.pictureHovered : "transparent"
-        border.width: 4
+        border.width: Theme.recordEdge
         border.color: Theme.pictureInk
         FocusRing { of: control; radius: width / 2 }
     }
     contentItem: Item {
         Rectangle {
             anchors.centerIn: parent
-            width: control.isRecording ? 30 : 58
+            width: control.isRecording ? Theme.stopSign : Theme.recordSign
             height: width
-            radius: control.isRecording ? 6 : width / 2
+            radius: control.isRecording ? Theme.stopRadius : width / 2
             color: Theme.pictureRecord
             Behavior on width { NumberAnimation { duration: Theme.move; easing.type: Easing.OutCubic } }
             Behavior on radius { NumberAnimation { duration: Theme.move; easing.type: Easing.OutCubic } }

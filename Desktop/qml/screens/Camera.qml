@@ -8,15 +8,16 @@ FocusScope {
     required property CameraScreen screen
     readonly property bool isOn: screen.state === CameraScreen.Live || isRecording
     readonly property bool isRecording: screen.state === CameraScreen.Recording
-    readonly property real footHeight: 136
 
     focus: true
     Keys.onSpacePressed: screen.shutter()
+    Accessible.role: Accessible.Dialog
+    Accessible.name: Texts.of("CaptureVideo")
 
     Rectangle { anchors.fill: parent; color: Theme.stage }
     Pictures {
         objectName: "livePictures"
-        anchors { fill: parent; bottomMargin: camera.footHeight }
+        anchors { fill: parent; bottomMargin: Theme.cameraFoot }
         view: camera.screen.live
         opacity: camera.isOn ? 1 : 0
         Behavior on opacity { NumberAnimation { duration: Theme.appear; easing.type: Easing.OutCubic } }
@@ -36,17 +37,17 @@ FocusScope {
             height: camera.height
             screen: camera.screen
             clip: modelData
-            footHeight: camera.footHeight
         }
     }
     NoCamera {
         anchors.centerIn: parent
-        width: Math.min(parent.width - 2 * Theme.edge, 360)
+        width: Math.min(parent.width - 2 * Theme.edge, Theme.cameraWords)
         visible: camera.screen.state === CameraScreen.NoCamera
         screen: camera.screen
     }
 
     IconButton {
+        id: close
         objectName: "closeButton"
         x: Theme.gap
         y: Theme.gap
@@ -59,7 +60,7 @@ FocusScope {
         onClicked: camera.screen.close()
     }
     Pill {
-        anchors { top: parent.top; topMargin: Theme.gap + 4; horizontalCenter: parent.horizontalCenter }
+        anchors { verticalCenter: close.verticalCenter; horizontalCenter: parent.horizontalCenter }
         visible: camera.isRecording
         hasDot: true
         text: Texts.clock(camera.screen.elapsed)
@@ -67,7 +68,7 @@ FocusScope {
     }
     Item {
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
-        height: camera.footHeight
+        height: Theme.cameraFoot
         visible: camera.isOn || camera.screen.state === CameraScreen.Waiting
 
         RecordButton {

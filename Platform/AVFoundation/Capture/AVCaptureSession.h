@@ -45,8 +45,9 @@ public:
     /// too slow misses some.
     void setSink(std::shared_ptr<PictureSink> sink);
 
-    /// Records into a new file from the next picture on: H.264, and AAC if sound has come by now. Times count
-    /// from the first picture. A recording that goes on is ended first.
+    /// Records into a new file from the next picture on: H.264, and AAC unless there is no sound input; one
+    /// that isn't open yet is silent until it is. Times count from the first picture. A recording that goes
+    /// on is ended first.
     void startRecording(const URL& file, AVFileType fileType);
     /// Ends the recording; recorded() tells when the movie is whole. Without effect while there is none.
     void stopRecording();

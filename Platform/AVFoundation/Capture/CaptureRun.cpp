@@ -92,8 +92,11 @@ void CaptureRun::takePicture(const CMSampleBufferRef& picture) {
 
 void CaptureRun::readSound() {
     for (const AVCaptureDevice& device : m_soundInputs)
-        if (Result<DeviceInput> input = DeviceInput::open(device, m_stop.get_token()))
-            return readSoundFrom(*input);
+        if (Result<DeviceInput> input = DeviceInput::open(device, m_stop.get_token())) {
+            readSoundFrom(*input);
+            break;
+        }
+    m_mayHaveSound = false;
 }
 
 void CaptureRun::readSoundFrom(DeviceInput& input) {
@@ -101,7 +104,6 @@ void CaptureRun::readSoundFrom(DeviceInput& input) {
     const libav::Owned<AVFrame> frame = libav::makeFrame();
     while (input.next(frame.get())) {
         reader.convert(input.time(*frame), *frame, [this](const CMSampleBufferRef& sound) {
-            m_hasSound = true;
             if (const std::shared_ptr<Take> current = take())
                 current->addSound(sound);
             return true;
@@ -128,7 +130,7 @@ void CaptureRun::startTake(const URL& file, AVFileType fileType) {
     bool canBegin = false;
     {
         const std::lock_guard lock(m_mutex);
-        m_take = std::make_shared<Take>(file, fileType, m_hasSound);
+        m_take = std::make_shared<Take>(file, fileType, m_mayHaveSound);
         canBegin = !m_hasEnded;
     }
     if (!canBegin)

@@ -17,7 +17,8 @@ class CaptureRun : public std::enable_shared_from_this<CaptureRun> {
 public:
     CaptureRun(AVCaptureDevice camera, std::vector<AVCaptureDevice> soundInputs,
                AVCaptureSession::Events events)
-        : m_camera(std::move(camera)), m_soundInputs(std::move(soundInputs)), m_events(std::move(events)) {}
+        : m_camera(std::move(camera)), m_soundInputs(std::move(soundInputs)), m_events(std::move(events)),
+          m_mayHaveSound(!m_soundInputs.empty()) {}
 
     // Main thread only.
     void start();
@@ -48,7 +49,8 @@ private:
     AVCaptureSession::Events m_events;
     const std::shared_ptr<PictureRelay> m_relay = std::make_shared<PictureRelay>();
     std::stop_source m_stop;
-    std::atomic<bool> m_hasSound = false;
+    /// A sound input is open, or one is still being tried.
+    std::atomic<bool> m_mayHaveSound;
 
     mutable std::mutex m_mutex;
     std::shared_ptr<Take> m_take;

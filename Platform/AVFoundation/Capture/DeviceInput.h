@@ -11,8 +11,11 @@
 
 namespace anadrome::capture {
 
-/// A device that is being read, and the decoder of what it gives. Reading never blocks in the device, so that
-/// it ends soon after it is told to stop; opening may. One thread at a time.
+/// A device that is being read, and the decoder of what it gives. Opening may block in the device. Reading
+/// doesn't in cameras and sound cards, so that it ends soon after it is told to stop. A sound server is read
+/// by a library that waits for the next piece of sound, which is a moment away unless the server has nothing
+/// to give: then the thread is held, and the input in use, until the server gives something or goes. One
+/// thread at a time.
 class DeviceInput {
 public:
     /// Opens the device and its one stream. A device that is in use is waited for a little: it may be on its
@@ -23,7 +26,8 @@ public:
     /// end, which error() then tells about.
     bool next(AVFrame* frame);
 
-    /// Why there is no more: the device ended, went away, or has given nothing for seconds.
+    /// Why there is no more: the device ended, went away, or has given nothing for seconds, which isn't
+    /// noticed of a sound server.
     const std::optional<NSError>& error() const { return m_error; }
 
     /// When the frame was captured, by the wall clock.

@@ -17,7 +17,8 @@ namespace anadrome::capture {
 /// A take that goes without finish() takes its file along. Any thread.
 class Take {
 public:
-    /// The file is made when the first picture comes.
+    /// The file is made when the first picture comes. A take that ends before its sound begins has no sound
+    /// track.
     Take(URL url, AVFileType fileType, bool hasSound)
         : m_url(std::move(url)), m_fileType(fileType), m_hasSound(hasSound) {}
 

@@ -1,174 +1,116 @@
 // Opens the window, leads it through its screens and takes a picture of each.
 
-#include "Desktop/DesktopApp.h"
-#include "Desktop/Items/ControlItems.h"
-#include "Desktop/Items/TextItems.h"
+#include "Desktop/Camera/CameraScreen.h"
+#include "Desktop/Screens/AlertScreen.h"
 #include "Desktop/System/Appearance.h"
-#include "Platform/Dispatch/DispatchQueue.h"
+#include "Desktop/System/CloseQuestion.h"
+#include "Platform/Foundation/NSBundle.h"
 #include "Platform/Foundation/NSUserDefaults.h"
 #include "Platform/Foundation/ProcessSetUp.h"
-#include "Platform/Foundation/TemporaryDirectory.h"
-#include "Platform/Services/Ads/GADAdSource.h"
 #include "Platform/Services/Ads/GADFullScreenAdViewController.h"
 #include "Platform/Services/Consent/UMPConsentFormViewController.h"
 #include "Platform/Services/Deployment.h"
-#include "Platform/UIKit/UIApplication.h"
-#include "Platform/UIKit/UIWindow.h"
-#include "Tests/Support/EventLoop.h"
+#include "Tests/Desktop/Pictures/PretendedAds.h"
+#include "Tests/Desktop/Pictures/Tour.h"
+#include "Tests/Support/Environment.h"
 #include "Views/Common/ViewHelper.h"
 
-#include <QBuffer>
 #include <QCommandLineParser>
+#include <QCursor>
 #include <QDir>
+#include <QDragEnterEvent>
 #include <QGuiApplication>
-#include <QPainter>
-#include <QQuickItem>
-#include <iostream>
+#include <QMimeData>
+#include <QScreen>
 
 namespace {
 
 using namespace anadrome;
 using namespace anadrome::desktop;
-using namespace std::chrono_literals;
-using testing_support::runEventLoopFor;
-using testing_support::runEventLoopUntil;
 
-/// An ad's picture of its own making.
-std::string adPicture(QSize size) {
-    QImage image(size, QImage::Format_RGB32);
-    QPainter painter(&image);
-    QLinearGradient sky(0, 0, size.width(), size.height());
-    sky.setColorAt(0, "#3B2A63");
-    sky.setColorAt(1, "#E0719B");
-    painter.fillRect(image.rect(), sky);
-    painter.setPen(QPen(Qt::white, size.height() / 12.0));
-    painter.drawEllipse(image.rect().center(), size.height() / 4, size.height() / 4);
-    painter.end();
-    QBuffer buffer;
-    image.save(&buffer, "PNG");
-    return buffer.data().toStdString();
+/// A camera that sees what is computed.
+AVCaptureDevice cameraSeeing(const std::string& source) {
+    return {"", "lavfi", source + ",realtime,settb=AVTB,setpts=RTCSTART+N*1000000/30,format=yuyv422", {}};
 }
 
-/// Has a banner for every screen that asks for one, if it is wanted, and no other ads.
-class BannerSource final : public GADAdSource {
-public:
-    bool hasBanner = false;
-
-    void fetch(const GADAdPlace& place, const GADRequest&, Completion completion) override {
-        DispatchQueue::main().async([this, completion = std::move(completion), format = place.format] {
-            if (hasBanner && format == GADAdFormat::banner)
-                completion(GADAdContent{.text = "A banner of nobody’s",
-                                        .link = "https://example.org",
-                                        .picture = adPicture({320, 100})});
-            else
-                completion(NSError(GADErrorDomain, GADErrorNoFill, "There is no ad."));
-        });
-    }
-};
-
-/// The program in its window, and the folder that the pictures go to.
-class Tour {
-public:
-    explicit Tour(QString folder) : m_folder(std::move(folder)) {}
-
-    DesktopApp& app() { return m_app; }
-    ShownScreen& screen() { return *m_app.host().stack()->top(); }
-    template <class Item>
-    Item& view(const char* name) {
-        auto* item = qobject_cast<Item*>(screen().view(name));
-        if (!item)
-            fail(QString("There is no ") + name);
-        return *item;
-    }
-    void tap(const char* button) { view<ButtonItem>(button).tap(); }
-    std::shared_ptr<UIViewController> root() const {
-        return UIApplication::sharedApplication().windows().at(0)->rootViewController();
-    }
-
-    template <typename Condition>
-    void waitFor(const char* what, Condition holds) {
-        if (!runEventLoopUntil(holds))
-            fail(QString("Waited in vain for ") + what);
-    }
-    void waitForScreen(const QString& kind) {
-        waitFor("a screen", [&] { return screen().kind() == kind && !m_app.host().hud()->isVisible(); });
-        runEventLoopFor(600ms);
-    }
-    void openClip(const QUrl& clip) {
-        m_app.host().openClip(clip);
-        waitForScreen("Edit");
-        waitFor("the clip to run", [&] { return view<SliderItem>("videoSeekBar").value() > 0.5; });
-    }
-    void closeAll() {
-        while (ShownScreen* over = m_app.host().presented()->top()) {
-            over->close();
-            runEventLoopFor(50ms);
-        }
-        runEventLoopFor(300ms);
-    }
-
-    /// What the window shows when its movements are over.
-    void picture(const QString& name) {
-        runEventLoopFor(600ms);
-        pictureNow(name);
-    }
-    void pictureNow(const QString& name) {
-        const QString file =
-            QString("%1/%2-%3.png").arg(m_folder).arg(++m_count, 2, 10, QChar('0')).arg(name);
-        if (!m_app.window().grabWindow().save(file))
-            fail("Can't write " + file);
-    }
-
-    [[noreturn]] static void fail(const QString& message) {
-        std::cerr << message.toStdString() << '\n';
-        TemporaryDirectory::remove();
-        std::exit(1);
-    }
-
-private:
-    const QString m_folder;
-    int m_count = 0;
-    DesktopApp m_app;
-};
-
-void showTitle(Tour& tour) {
+void showTitle(Tour& tour, const QUrl& clip) {
     tour.picture("title");
-    tour.tap("infoButton");
-    tour.picture("settings");
+    QMimeData dragged;
+    dragged.setUrls({clip});
+    QDragEnterEvent enter({200, 300}, Qt::CopyAction, &dragged, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&tour.window(), &enter);
+    tour.picture("drop");
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(&tour.window(), &leave);
+    tour.host().openFile(URL::fileURLWithPath("/nowhere/Holiday.mp4"));
+    tour.picture("clip-missing");
     tour.closeAll();
     tour.tap("shareAppButton");
     tour.picture("share-text");
     tour.closeAll();
+    tour.tap("infoButton");
+    tour.picture("settings");
+    tour.host().openClip(clip);
+    tour.picture("notice");
+    tour.closeAll();
+    // It goes by itself.
+    runEventLoopFor(5s);
 }
 
-void showPickers(Tour& tour) {
+void showLibrary(Tour& tour) {
+    {
+        const testing_support::Environment home("HOME", "/nowhere");
+        tour.tap("libraryButton");
+        tour.picture("library-empty");
+    }
+    tour.closeAll();
     tour.tap("libraryButton");
     // The thumbnails are made meanwhile.
     runEventLoopFor(2s);
     tour.picture("library");
     tour.closeAll();
+}
+
+void showCamera(Tour& tour) {
+    setCaptureDiscovery([] { return AVCaptureDevices{}; });
     tour.tap("cameraButton");
     tour.picture("camera-missing");
-    tour.closeAll();
+    setCaptureDiscovery([] {
+        return AVCaptureDevices{{cameraSeeing("mandelbrot=size=640x360:rate=30:start_scale=1.2:maxiter=300"),
+                                 cameraSeeing("color")},
+                                {}};
+    });
+    auto& camera = tour.over<CameraScreen>();
+    camera.retake();
+    Tour::waitFor("the camera", [&] { return camera.state() == CameraScreen::Live; });
+    runEventLoopFor(1s);
+    tour.picture("camera");
+    camera.record();
+    Tour::waitFor("a recording", [&] { return camera.elapsed() > 2.5; });
+    tour.pictureNow("camera-recording");
+    camera.stop();
+    Tour::waitFor("the clip", [&] { return camera.state() == CameraScreen::Recorded; });
+    tour.picture("camera-review");
+    camera.close();
+    tour.picture("camera-discard");
+    tour.over<AlertScreen>().choose(1);
+    Tour::waitFor("the title", [&] { return tour.host().presented()->count() == 0; });
+    runEventLoopFor(300ms);
+    setCaptureDiscovery({});
 }
 
 void showConsentAndAd(Tour& tour) {
-    tour.root()->presentViewController(
-        std::make_shared<UMPConsentFormViewController>(UMPConsentQuestion{
-            .isRequired = true,
-            .message = "",
-            .purposes = {{"selection", "Choose ads by interests"}, {"counting", "Count who saw an ad"}}}),
+    Tour::root()->presentViewController(
+        std::make_shared<UMPConsentFormViewController>(
+            UMPConsentQuestion{.isRequired = true, .message = "", .purposes = serverWords().purposes}),
         true);
     tour.picture("consent");
-    auto& consent = *tour.app().host().presented()->top();
-    qobject_cast<ButtonItem*>(consent.view("consentManage"))->tap();
+    tour.tapOver("consentManage");
     tour.picture("consent-choose");
-    qobject_cast<ButtonItem*>(consent.view("consentRefuse"))->tap();
-    const auto ad = std::make_shared<GADFullScreenAdViewController>(
-        GADAdContent{.text = "Nobody’s next adventure. Look at it now!",
-                     .link = "https://example.org",
-                     .picture = adPicture({1200, 1600})});
-    tour.root()->presentViewController(ad, true);
+    tour.tapOver("consentRefuse");
+    const auto ad = std::make_shared<GADFullScreenAdViewController>(GADAdContent{
+        .text = serverWords().ad, .link = "https://example.org", .picture = adPicture({1200, 1600})});
+    Tour::root()->presentViewController(ad, true);
     tour.picture("ad");
     ad->close();
     runEventLoopFor(300ms);
@@ -181,27 +123,50 @@ void showEdit(Tour& tour, const QUrl& clip, BannerSource& ads) {
     tour.openClip(clip);
     ads.hasBanner = false;
     tour.view<SegmentsItem>("outputTypeSegmentedControl").tap(1);
-    qobject_cast<SwitchItem*>(tour.screen().view("exifSwitch"))->tap();
+    tour.view<SwitchItem>("exifSwitch").tap();
     tour.picture("edit-banner");
-    qobject_cast<SwitchItem*>(tour.screen().view("exifSwitch"))->tap();
-    ViewHelper::errorAlert("The movie couldn’t be made: there is no room left on the disk.", *tour.root());
-    tour.picture("error");
-    tour.closeAll();
+    tour.view<SwitchItem>("exifSwitch").tap();
 }
 
-void showJobAndMovie(Tour& tour) {
-    Hud& hud = *tour.app().host().hud();
+void showJob(Tour& tour) {
+    Hud& hud = *tour.host().hud();
     tour.tap("createButton");
-    tour.waitFor("half a movie", [&] { return hud.isVisible() && hud.progress() > 0.35; });
+    Tour::waitFor("a part of the movie", [&] { return hud.isVisible() && hud.progress() > 0.25; });
     tour.pictureNow("hud");
+    auto& question = *tour.window().property("closeQuestion").value<CloseQuestion*>();
+    tour.window().close();
+    runEventLoopFor(300ms);
+    if (!question.isAsked())
+        Tour::fail("The movie was made before the window could be closed");
+    tour.pictureNow("close-question");
+    question.keepGoing();
     tour.waitForScreen("Preview");
+}
+
+void showMovie(Tour& tour) {
     tour.picture("preview");
+    tour.press("fullScreenButton");
+    tour.picture("preview-full");
+    tour.press("fullScreenButton");
+    runEventLoopFor(300ms);
     tour.tap("shareButton");
     tour.picture("share");
     tour.closeAll();
+    ViewHelper::showHud(tour.root()->view());
+    tour.picture("busy");
+    ViewHelper::hideHud();
+    runEventLoopFor(300ms);
+    ViewHelper::errorAlert(NSLocalizedString("error.notEnoughSpace"), *tour.root());
+    tour.picture("error");
+    tour.closeAll();
     tour.tap("saveButton");
-    tour.waitFor("the tick", [&] { return hud.isVisible() && hud.kind() == "tick"; });
+    Tour::waitFor("the tick", [&] { return tour.host().hud()->kind() == "tick"; });
     tour.picture("saved");
+}
+
+/// A deployment with other programs to show.
+Deployment withOtherPrograms() {
+    return {.storeAddress = "https://example.org", .appStripIdentifiers = {"1", "2", "3", "4", "5"}};
 }
 
 } // namespace
@@ -211,7 +176,9 @@ int main(int argc, char** argv) {
     QGuiApplication application(argc, argv);
     setUpNumbers();
     QCommandLineParser parser;
-    parser.addOptions({{"size", "The window's inside.", "WIDTHxHEIGHT", "420x860"}, {"dark", "Dark."}});
+    parser.addOptions({{"size", "The window's inside.", "WIDTHxHEIGHT", "420x860"},
+                       {"dark", "Dark."},
+                       {"other-programs", "Only the title, with the maker's other programs."}});
     parser.addPositionalArgument("clip", "A clip to make a movie of.");
     parser.addPositionalArgument("folder", "Where the pictures go.");
     parser.process(application);
@@ -220,8 +187,11 @@ int main(int argc, char** argv) {
     if (arguments.size() != 2 || size.size() != 2)
         parser.showHelp(1);
 
+    // Nothing is hovered.
+    QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight());
     NSUserDefaults::standardUserDefaults().keepInMemory();
-    Deployment::setCurrent({});
+    const bool isOfOtherPrograms = parser.isSet("other-programs");
+    Deployment::setCurrent(isOfOtherPrograms ? withOtherPrograms() : Deployment{});
     const auto ads = std::make_shared<BannerSource>();
     GADAdSource::setCurrent(ads);
     QDir().mkpath(arguments[1]);
@@ -230,14 +200,21 @@ int main(int argc, char** argv) {
         auto* appearance =
             tour.app().engine().singletonInstance<Appearance*>(qmlTypeId("Anadrome", 1, 0, "Appearance"));
         appearance->setDark(parser.isSet("dark"));
-        tour.app().window().resize(size[0].toInt(), size[1].toInt());
-        tour.app().window().requestActivate();
+        tour.window().resize(size[0].toInt(), size[1].toInt());
+        tour.window().requestActivate();
         runEventLoopFor(500ms);
-        showTitle(tour);
-        showPickers(tour);
-        showConsentAndAd(tour);
-        showEdit(tour, QUrl::fromLocalFile(arguments[0]), *ads);
-        showJobAndMovie(tour);
+        if (isOfOtherPrograms) {
+            tour.picture("title-with-other-programs");
+        } else {
+            const QUrl clip = QUrl::fromLocalFile(arguments[0]);
+            showTitle(tour, clip);
+            showLibrary(tour);
+            showCamera(tour);
+            showConsentAndAd(tour);
+            showEdit(tour, clip, *ads);
+            showJob(tour);
+            showMovie(tour);
+        }
     }
     TemporaryDirectory::remove();
     return 0;

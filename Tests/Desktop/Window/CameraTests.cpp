@@ -111,7 +111,7 @@ TEST_F(CameraWindowTest, WhatACameraRecordedBeforeItWentCanBeUsedAndOneThatIsNot
     ASSERT_TRUE(waitUntil([&] { return over() == screen; }));
 }
 
-TEST_F(CameraWindowTest, TheOtherCameraIsSwitchedToAndEscapeLeavesInTheMiddleOfARecording) {
+TEST_F(CameraWindowTest, TheOtherCameraIsSwitchedToAndEscapeNeverLosesAClipWithoutAQuestion) {
     openCamera({{generatedCamera("320x180"), generatedCamera("160x120")}, {}});
     ASSERT_TRUE(comesTo(CameraScreen::Live));
     EXPECT_NEAR(camera().live()->aspect(), 16.0 / 9, 0.01);
@@ -120,8 +120,22 @@ TEST_F(CameraWindowTest, TheOtherCameraIsSwitchedToAndEscapeLeavesInTheMiddleOfA
     ASSERT_TRUE(comesTo(CameraScreen::Live));
     click("recordButton");
     ASSERT_TRUE(recordsFor(0.2));
-    EXPECT_EQ(clipsLeft(), 1);
+    auto* camera = over();
     press(Qt::Key_Escape);
+    press(Qt::Key_Escape);
+    ASSERT_TRUE(comesTo(CameraScreen::Recorded)) << "it ends, whatever comes before the file is whole";
+    EXPECT_TRUE(place("fullScreenButton").isEmpty()) << "there is nothing that it could fill";
+
+    const auto ask = [&] {
+        press(Qt::Key_Escape);
+        return over()->kind() == "Alert" && settle();
+    };
+    ASSERT_TRUE(ask());
+    press(Qt::Key_Escape);
+    ASSERT_TRUE(waitUntil([&] { return over() == camera; }));
+    EXPECT_EQ(clipsLeft(), 1);
+    ASSERT_TRUE(ask()) << "the camera has the keys again";
+    click("choice1");
     EXPECT_TRUE(waitUntil([&] { return !over(); }));
     EXPECT_TRUE(waitUntil([&] { return clipsLeft() == 0; }));
     EXPECT_EQ(screen().kind(), "Title");

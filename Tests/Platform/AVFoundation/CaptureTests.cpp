@@ -7,7 +7,9 @@
 #include "Tests/Support/MovieReader.h"
 
 #include <cmath>
+#include <fcntl.h>
 #include <filesystem>
+#include <sys/stat.h>
 
 namespace anadrome {
 
@@ -30,10 +32,10 @@ double firstFlash(const VideoFacts& video) {
     return -1;
 }
 
-/// When the first tone of a sound track begins, after some silence.
-double firstTone(const Sound& sound) {
+/// When the first tone of a sound track from that second on begins, after some silence.
+double firstTone(const Sound& sound, double from = 0) {
     constexpr double step = 0.01;
-    for (double t = sound.firstSampleSeconds; t + 2 * step < sound.seconds(); t += step)
+    for (double t = std::max(from, sound.firstSampleSeconds); t + 2 * step < sound.seconds(); t += step)
         if (level(sound, 0, t, step).value_or(0) < -50 &&
             level(sound, 0, t + step, step).value_or(-200) > -50)
             return t + step;
@@ -79,8 +81,6 @@ protected:
 TEST_F(CaptureTest, ARecordingHasItsPicturesAtTheirTimesAndItsSoundInStep) {
     open(generatedCamera("320x180"), {{"", "no such kind", "", {}}, generatedMicrophone()});
     ASSERT_TRUE(started());
-    // The sound device has its time too.
-    runEventLoopFor(std::chrono::milliseconds(500));
     const MovieFacts movie = record(2.5);
     const VideoFacts& video = movie.video.at(0);
     EXPECT_EQ(video.width, 320);
@@ -126,6 +126,33 @@ TEST_F(CaptureTest, SoundThatIsMissingOrStopsHoldsNoPictureBack) {
         m_starts = 0;
         m_recordings.clear();
     }
+}
+
+TEST_F(CaptureTest, SoundThatCannotBeOpenedAtOnceIsInTheMovieFromThenOn) {
+    // Opening a pipe takes as long as nobody writes into it.
+    const std::string slow = path("slow");
+    ASSERT_EQ(::mkfifo(slow.c_str(), 0600), 0);
+    open(generatedCamera(), {{"", "wav", slow, {}}, generatedMicrophone()});
+    EXPECT_TRUE(started());
+    EXPECT_TRUE(record(0.2).sound.empty()) << "over before there was any";
+    fs::remove(m_movie.path());
+    m_recordings.clear();
+
+    startRecording();
+    runEventLoopFor(std::chrono::milliseconds(1200));
+    ::close(::open(slow.c_str(), O_WRONLY | O_CLOEXEC));
+    runEventLoopFor(std::chrono::milliseconds(2300));
+    m_session->stopRecording();
+    ASSERT_TRUE(recorded());
+    const MovieFacts movie = readMovie(m_movie.path());
+    ASSERT_EQ(movie.sound.size(), 1U);
+    const VideoFacts& video = movie.video.at(0);
+    EXPECT_NEAR(static_cast<double>(video.frames.size()), video.durationSeconds * 30, 10);
+    const SoundFacts& sound = movie.sound.at(0);
+    EXPECT_NEAR(sound.durationSeconds, video.durationSeconds, 0.25);
+    EXPECT_GT(firstTone(sound.sound), 1);
+    // The very first may have gone on for a while when it was first heard.
+    EXPECT_NEAR(std::remainder(firstTone(sound.sound, 2) - firstFlash(video), 1), 0, 0.08);
 }
 
 TEST_F(CaptureTest, ACameraThatGoesEndsTheRecordingWhichStaysUsable) {
