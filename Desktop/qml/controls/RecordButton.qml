@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Anadrome
 
 // Round while it would record, and a square while it would stop.
-T.AbstractButton {
+Operable {
     id: control
 
     property bool isRecording: false
@@ -11,13 +10,7 @@ T.AbstractButton {
     implicitWidth: Theme.recordSize
     implicitHeight: Theme.recordSize
     opacity: enabled ? 1 : Theme.recordOff
-    focusPolicy: Qt.TabFocus
-    hoverEnabled: true
     text: Texts.of(isRecording ? "StopRecording" : "Record")
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
-    Accessible.name: text
-    Accessible.onPressAction: if (enabled) clicked()
     Behavior on opacity { NumberAnimation { duration: Theme.appear } }
 
     background: Rectangle {
