@@ -5,6 +5,7 @@
 #include "Desktop/System/JobNotice.h"
 #include "Desktop/System/JobWatch.h"
 #include "Desktop/System/LauncherProgress.h"
+#include "Desktop/System/SavedNotice.h"
 #include "Desktop/System/SleepHold.h"
 #include "Desktop/System/StartRequest.h"
 
@@ -42,6 +43,7 @@ private:
     DesktopHost m_host;
     JobWatch m_job{m_host};
     CloseQuestion m_closeQuestion{m_host, m_job};
+    SavedNotice m_savedNotice{m_host};
     LauncherProgress m_launcherProgress{m_job};
     std::optional<SleepHold> m_sleepHold;
     std::shared_ptr<UIWindowScene> m_scene;
