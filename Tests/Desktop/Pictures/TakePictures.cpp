@@ -178,12 +178,14 @@ void showEdit(Tour& tour, const QUrl& clip, BannerSource& ads) {
     tour.openClip(clip);
     tour.picture("edit");
     ads.hasBanner = true;
+    Deployment::setCurrent({.bannerAdUnitID = "banner"});
     tour.openClip(clip);
     ads.hasBanner = false;
     tour.view<SegmentsItem>("outputTypeSegmentedControl").tap(1);
     qobject_cast<SwitchItem*>(tour.screen().view("exifSwitch"))->tap();
     tour.picture("edit-banner");
     qobject_cast<SwitchItem*>(tour.screen().view("exifSwitch"))->tap();
+    Deployment::setCurrent({});
     ViewHelper::errorAlert("The movie couldn’t be made: there is no room left on the disk.", *tour.root());
     tour.picture("error");
     tour.closeAll();
