@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Window
+import QtQuick.Templates as T
 import Anadrome
 
 // Scrolls what has no room, and shows where the keyboard is.
@@ -10,6 +11,7 @@ Flickable {
 
     contentWidth: width
     boundsBehavior: Flickable.StopAtBounds
+    T.ScrollBar.vertical: ScrollBar { }
     onFocusedChanged: {
         let around = focused
         while (around && around !== contentItem)
@@ -18,6 +20,7 @@ Flickable {
             return
         const top = focused.mapToItem(contentItem, 0, 0).y
         const bottom = top + focused.height
-        contentY = Math.max(0, Math.min(top - Theme.gap, Math.max(contentY, bottom + Theme.gap - height)))
+        const wanted = Math.min(top - Theme.gap, Math.max(contentY, bottom + Theme.gap - height))
+        contentY = Math.max(0, Math.min(wanted, contentHeight - height))
     }
 }
