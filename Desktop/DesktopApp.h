@@ -4,6 +4,7 @@
 #include "Desktop/System/CloseQuestion.h"
 #include "Desktop/System/JobNotice.h"
 #include "Desktop/System/LauncherProgress.h"
+#include "Desktop/System/SavedNotice.h"
 #include "Desktop/System/SleepHold.h"
 #include "Desktop/System/StartRequest.h"
 #include "Platform/UIKit/UIWindowScene.h"
@@ -38,6 +39,7 @@ private:
 
     DesktopHost m_host;
     CloseQuestion m_closeQuestion{m_host};
+    SavedNotice m_savedNotice{m_host};
     LauncherProgress m_launcherProgress{m_host.job()};
     std::optional<SleepHold> m_sleepHold;
     std::shared_ptr<UIWindowScene> m_scene;

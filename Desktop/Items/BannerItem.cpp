@@ -2,8 +2,13 @@
 
 #include "Desktop/PictureProvider.h"
 #include "Platform/Services/Ads/GADBannerView.h"
+#include "Platform/Services/Deployment.h"
 
 namespace anadrome::desktop {
+
+bool BannerItem::isOffered() {
+    return !Deployment::current().bannerAdUnitID.empty();
+}
 
 bool BannerItem::isFilled() const {
     return ask<GADBannerView>([](GADBannerView& banner) { return banner.content().has_value(); });

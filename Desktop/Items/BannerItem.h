@@ -11,6 +11,8 @@ class BannerItem : public ViewItem {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by a screen")
+    /// Whether one may come: the program's place has a name at the ad network.
+    Q_PROPERTY(bool offered READ isOffered CONSTANT)
     /// Whether an ad has come.
     Q_PROPERTY(bool filled READ isFilled NOTIFY changed)
     /// In points.
@@ -24,6 +26,7 @@ class BannerItem : public ViewItem {
 public:
     using ViewItem::ViewItem;
 
+    static bool isOffered();
     bool isFilled() const;
     double height() const;
     QString text() const;

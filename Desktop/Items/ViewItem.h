@@ -16,6 +16,8 @@ class ViewItem : public QObject {
     Q_PROPERTY(bool shown READ isShown NOTIFY changed)
     Q_PROPERTY(double alpha READ alpha NOTIFY changed)
     Q_PROPERTY(bool enabled READ isEnabled NOTIFY changed)
+    /// From the foot of what it lies in, in points, where a constraint says so; else 0.
+    Q_PROPERTY(double bottomDistance READ bottomDistance NOTIFY changed)
     /// How long the last change is to take, in milliseconds.
     Q_PROPERTY(int duration READ duration NOTIFY changed)
 
@@ -26,6 +28,7 @@ public:
     double alpha() const;
     /// Whether the view takes part; true for what knows no other state.
     virtual bool isEnabled() const { return true; }
+    double bottomDistance() const;
     int duration() const { return m_duration; }
 
     bool isOf(const UIView& view) const { return m_view.lock().get() == &view; }

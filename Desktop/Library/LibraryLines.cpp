@@ -28,7 +28,6 @@ void LibraryLines::setColumns(int columns) {
     layOut();
     endResetModel();
     Q_EMIT columnsChanged();
-    Q_EMIT currentChanged();
 }
 
 void LibraryLines::layOut() {
@@ -51,6 +50,11 @@ int LibraryLines::lineOf(int row) const {
     return static_cast<int>(next - m_lines.begin()) - 1;
 }
 
+int LibraryLines::firstOf(int line) const {
+    const bool isThere = line >= 0 && line < rowCount();
+    return isThere ? m_lines[static_cast<std::size_t>(line)].first : -1;
+}
+
 void LibraryLines::moveTo(int row) {
     if (m_clips.empty())
         return;
@@ -61,7 +65,7 @@ void LibraryLines::moveTo(int row) {
 void LibraryLines::moveByLines(int lines) {
     if (m_clips.empty())
         return;
-    const int from = currentLine();
+    const int from = lineOf(m_current);
     const int onto = std::clamp(from + lines, 0, static_cast<int>(m_lines.size()) - 1);
     const int column = m_current - m_lines[static_cast<std::size_t>(from)].first;
     const Line& line = m_lines[static_cast<std::size_t>(onto)];

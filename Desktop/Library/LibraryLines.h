@@ -15,9 +15,8 @@ class LibraryLines : public QAbstractListModel {
     QML_UNCREATABLE("Made by the library")
     /// How many cells a line has room for.
     Q_PROPERTY(int columns READ columns WRITE setColumns NOTIFY columnsChanged)
-    /// The clip that the keyboard is at, and its line; -1 without clips.
+    /// The clip that the keyboard is at; -1 without clips.
     Q_PROPERTY(int current READ current NOTIFY currentChanged)
-    Q_PROPERTY(int currentLine READ currentLine NOTIFY currentChanged)
 
 public:
     using QAbstractListModel::QAbstractListModel;
@@ -30,7 +29,10 @@ public:
     void setColumns(int columns);
 
     int current() const { return m_clips.empty() ? -1 : m_current; }
-    int currentLine() const { return m_clips.empty() ? -1 : lineOf(m_current); }
+    /// The line that a clip is in; -1 without clips.
+    Q_INVOKABLE int lineOf(int row) const;
+    /// The first clip of a line; -1 for a line that there isn't.
+    Q_INVOKABLE int firstOf(int line) const;
     /// Each stops at the first and at the last clip.
     Q_INVOKABLE void moveTo(int row);
     Q_INVOKABLE void moveToEnd() { moveTo(static_cast<int>(m_clips.size()) - 1); }
@@ -54,7 +56,6 @@ private:
     };
     enum Role { headingRole = Qt::UserRole, clipsRole };
 
-    int lineOf(int row) const;
     void layOut();
 
     std::vector<LibraryClip*> m_clips;

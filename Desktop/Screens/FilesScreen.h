@@ -16,7 +16,7 @@ class FilesScreen : public ShownScreen {
 public:
     using ShownScreen::ShownScreen;
 
-    /// What can't be read as a local file is passed over.
+    /// What isn't on this computer is passed over, and the user told so.
     Q_INVOKABLE void accept(const QList<QUrl>& files);
     void close() override { accept({}); }
 };

@@ -5,6 +5,7 @@
 #include "Desktop/Screens/AdScreen.h"
 #include "Desktop/Screens/AlertScreen.h"
 #include "Desktop/Screens/ConsentScreen.h"
+#include "Desktop/Screens/EditScreen.h"
 #include "Desktop/Screens/FilesScreen.h"
 #include "Desktop/Screens/PreviewScreen.h"
 #include "Desktop/Screens/SettingsScreen.h"
@@ -47,7 +48,7 @@ constexpr Kind kind(const char* name) {
 
 constexpr Kind kinds[] = {
     kind<TitleViewController, TitleScreen>("Title"),
-    kind<EditViewController>("Edit"),
+    kind<EditViewController, EditScreen>("Edit"),
     kind<PreviewViewController, PreviewScreen>("Preview"),
     kind<SettingsViewController, SettingsScreen>("Settings"),
     kind<UIAlertController, AlertScreen>("Alert"),

@@ -13,6 +13,8 @@ class SettingsScreen : public ShownScreen {
 public:
     using ShownScreen::ShownScreen;
 
+    /// Whether a row of the table does anything: one that opens an address needs one to be deployed.
+    Q_INVOKABLE static bool leads(int section, int row);
     /// The button in the stack's bar.
     void close() override;
 };

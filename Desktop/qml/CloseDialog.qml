@@ -9,9 +9,9 @@ FocusScope {
 
     visible: opacity > 0
     enabled: question.asked
+    onEnabledChanged: if (enabled) forceActiveFocus()
     opacity: question.asked ? 1 : 0
     Behavior on opacity { NumberAnimation { duration: Theme.appear; easing.type: Easing.OutCubic } }
-    onEnabledChanged: if (enabled) forceActiveFocus()
     Keys.onEscapePressed: question.keepGoing()
 
     MouseArea {

@@ -2,7 +2,7 @@ import QtQuick
 import Anadrome
 
 // The busy overlay: a card over a veil that takes all touches and keys meant for what lies beneath.
-Rectangle {
+FocusScope {
     id: overlay
 
     required property Hud hud
@@ -10,17 +10,20 @@ Rectangle {
     // What a screen reader hears: every ten points.
     readonly property int spokenPercent: percent - percent % 10
 
-    color: Theme.veil
+    onEnabledChanged: if (enabled) forceActiveFocus()
     opacity: hud.visible ? 1 : 0
     visible: opacity > 0
     Behavior on opacity { NumberAnimation { duration: Theme.appear; easing.type: Easing.OutCubic } }
     Accessible.role: hud.kind === "pie" ? Accessible.ProgressBar : Accessible.Indicator
+    // All in the name, which is read out as the keyboard comes here and whenever it changes.
     Accessible.name: Texts.of(hud.kind === "tick" ? "Done" : "Working")
-    Accessible.description: hud.kind === "pie" ? spokenPercent + "%" : ""
+                     + (hud.kind === "pie" ? " " + spokenPercent + "%" : "")
+    Accessible.focusable: true
+    Accessible.focused: activeFocus
 
+    Rectangle { anchors.fill: parent; color: Theme.veil }
     MouseArea {
         anchors.fill: parent
-        enabled: overlay.hud.visible
         hoverEnabled: true
         acceptedButtons: Qt.AllButtons
         onWheel: wheel => wheel.accepted = true
@@ -28,35 +31,21 @@ Rectangle {
 
     Rectangle {
         anchors.centerIn: parent
-        width: 160
-        height: 160
-        radius: 80
+        width: Theme.hudSide
+        height: width
+        radius: width / 2
         color: Theme.hudCard
 
-        HudSign {
+        BusySign {
             id: sign
-            property real drawn: 0
-            width: 64
-            height: 64
+            width: Theme.hudSign
+            height: width
             anchors.horizontalCenter: parent.horizontalCenter
-            y: words.visible ? 32 : 48
+            y: words.visible ? Theme.gap * 2 : Theme.gap * 3
             kind: overlay.hud.kind
-            part: kind === "tick" ? drawn : overlay.hud.progress
+            isBusy: overlay.hud.visible
+            progress: overlay.hud.progress
             color: Theme.hudAccent
-            onKindChanged: rotation = 0
-            RotationAnimator on rotation {
-                running: sign.kind === "ring" && overlay.hud.visible
-                from: 0
-                to: 360
-                duration: 1000
-                loops: Animation.Infinite
-            }
-            NumberAnimation on drawn {
-                running: sign.kind === "tick" && overlay.hud.visible
-                from: 0
-                to: 1
-                duration: 200
-            }
         }
         Text {
             id: words

@@ -6,14 +6,20 @@ Window {
 
     required property DesktopHost host
     required property CloseQuestion closeQuestion
-    readonly property bool isCovered: host.presented.count > 0 || host.hud.visible
+    // From the top: the question, the busy overlay, what is presented, the screens. Hand and keyboard belong to
+    // the uppermost; each takes the keyboard as it is enabled.
+    readonly property bool isAsked: closeQuestion.asked
+    readonly property bool isBusy: host.hud.visible
+    readonly property int overCount: host.presented.count
+    readonly property bool isCovered: isAsked || isBusy || overCount > 0
+    readonly property string clipName: host.stack.top?.clipName ?? ""
 
     width: 420
     height: 860
     minimumWidth: 360
     minimumHeight: 600
     visible: true
-    title: Texts.of("AppName")
+    title: (clipName ? clipName + " – " : "") + Texts.of("AppName")
     color: Theme.background
     onWidthChanged: host.setSize(width, height)
     onHeightChanged: host.setSize(width, height)
@@ -31,13 +37,30 @@ Window {
         sequences: [StandardKey.Paste]
         onActivated: window.host.pasteClip()
     }
+    Shortcut {
+        sequences: [StandardKey.Open]
+        onActivated: if (window.host.acceptsClip()) choice.open()
+    }
+    Shortcut {
+        sequences: ["Alt+Left", "Back"]
+        enabled: !window.isCovered
+        onActivated: window.host.back()
+    }
+    Shortcut {
+        sequences: ["Ctrl+W", "Ctrl+Q"]
+        onActivated: window.close()
+    }
+    ClipDialog {
+        id: choice
+        onAccepted: window.host.openClip(selectedFile)
+    }
 
     DropArea {
         id: drop
         property bool isWelcome: false
         anchors.fill: parent
         onEntered: drag => {
-            isWelcome = drag.hasUrls && window.host.acceptsClip()
+            isWelcome = drag.hasUrls && ClipFiles.mayBeClip(drag.urls[0]) && window.host.acceptsClip()
             drag.accepted = isWelcome
         }
         onExited: isWelcome = false
@@ -51,10 +74,12 @@ Window {
         id: screens
         anchors.fill: parent
         enabled: !window.isCovered
-        // What lay over them took the keyboard.
-        onEnabledChanged: if (enabled) places.itemAt(places.count - 1).forceActiveFocus()
+        Keys.onEscapePressed: window.host.back()
+        TapHandler {
+            acceptedButtons: Qt.BackButton
+            onTapped: window.host.back()
+        }
         Repeater {
-            id: places
             model: window.host.stack
             StackPlace {
                 required property int index
@@ -72,11 +97,12 @@ Window {
             required property int index
             width: screens.width
             height: screens.height
-            isTop: index === window.host.presented.count - 1
+            isUppermost: index === window.overCount - 1 && !window.isBusy && !window.isAsked
         }
     }
     HudOverlay {
         anchors.fill: parent
+        enabled: window.isBusy && !window.isAsked
         hud: window.host.hud
     }
     CloseDialog {

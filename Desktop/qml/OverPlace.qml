@@ -6,10 +6,11 @@ FocusScope {
     id: place
 
     required property ShownScreen screen
-    required property bool isTop
+    // Whether nothing lies over it.
+    required property bool isUppermost
 
-    enabled: isTop
-    focus: isTop
+    enabled: isUppermost
+    onEnabledChanged: if (enabled) forceActiveFocus()
     opacity: 0
     Behavior on opacity { NumberAnimation { duration: Theme.appear; easing.type: Easing.OutCubic } }
     Keys.onEscapePressed: screen.close()
@@ -17,7 +18,8 @@ FocusScope {
     Component.onCompleted: {
         loader.setSource("screens/" + screen.kind + ".qml", { screen: screen })
         opacity = 1
-        forceActiveFocus()
+        if (enabled)
+            forceActiveFocus()
     }
 
     MouseArea {

@@ -16,16 +16,15 @@ FocusScope {
     opacity: depth > 0 || !hasCome ? 0 : 1
     visible: opacity > 0
     enabled: depth === 0
-    focus: depth === 0
+    onEnabledChanged: if (enabled) forceActiveFocus()
     Behavior on x { NumberAnimation { duration: Theme.move; easing.type: Easing.OutCubic } }
     Behavior on opacity { NumberAnimation { duration: Theme.appear; easing.type: Easing.OutCubic } }
-    onDepthChanged: if (depth === 0) forceActiveFocus()
 
     Component.onCompleted: {
         loader.setSource("screens/" + screen.kind + ".qml",
                          { screen: screen, host: host, isSeen: Qt.binding(() => place.depth === 0) })
         hasCome = true
-        if (depth === 0)
+        if (enabled)
             forceActiveFocus()
     }
 

@@ -104,4 +104,22 @@ QtObject {
     readonly property int cameraWords: 360
     readonly property int reviewWords: 560
     readonly property int reviewChoices: 520
+
+    // What lies over the screens.
+    readonly property int hudSide: 160
+    readonly property int hudSign: 64
+    readonly property int emptySign: 48
+    readonly property int turn: 1000
+    readonly property real beatLow: 0.3
+    readonly property int dialogWidth: 360
+    readonly property int consentWidth: 420
+    // Points a second, of a key that scrolls.
+    readonly property int scrollSpeed: 900
+    readonly property int bannerMargin: 6
+    readonly property int sheetWidth: 480
+    readonly property int wideSheetWidth: 920
+    readonly property int sheetHead: 60
+    readonly property int sheetRise: Appearance.reducedMotion ? 0 : 60
+    // Twice as many pixels at most as a cell of the library has.
+    readonly property int thumbnail: 256
 }

@@ -16,6 +16,12 @@ PushButton {
     Accessible.description: Texts.of("Ad")
     onClicked: ad.click()
 
+    background: Rectangle {
+        color: banner.hovered || banner.down ? banner.hoveredFill : banner.fill
+        // It ends with the window.
+        FocusRing { of: banner; anchors.margins: 2 }
+    }
+
     contentItem: Item {
         Label {
             id: mark
@@ -29,8 +35,9 @@ PushButton {
         Image {
             id: picture
             anchors { left: mark.right; leftMargin: visible ? Theme.gap : 0; top: parent.top
-                      bottom: parent.bottom; margins: 6 }
-            width: visible ? Math.min(implicitWidth, parent.width * (banner.text ? 0.4 : 0.85)) : 0
+                      bottom: parent.bottom; margins: Theme.bannerMargin }
+            // In its own shape: what it has is counted in the pixels of the screen.
+            width: visible ? Math.min(height * implicitWidth / implicitHeight, parent.width * (banner.text ? 0.4 : 0.85)) : 0
             visible: status === Image.Ready
             source: banner.ad ? banner.ad.picture : ""
             sourceSize.height: height * Screen.devicePixelRatio

@@ -17,30 +17,48 @@ FocusScope {
     Accessible.name: title
     Accessible.description: message
 
+    Keys.onUpPressed: told.flick(0, Theme.scrollSpeed)
+    Keys.onDownPressed: told.flick(0, -Theme.scrollSpeed)
+
     Card {
         anchors.centerIn: parent
-        width: Math.min(parent.width - 2 * Theme.edge, 360)
-        height: column.implicitHeight + 2 * Theme.edge
+        width: Math.min(parent.width - 2 * Theme.edge, Theme.dialogWidth)
+        height: told.height + answers.implicitHeight + 2 * Theme.edge + Theme.gap
         color: Theme.surface
 
+        // What is told scrolls where it is too long; the answers stay in reach.
+        Flickable {
+            id: told
+            readonly property real most: dialog.height - 4 * Theme.edge - Theme.gap - answers.implicitHeight
+            anchors { left: parent.left; right: parent.right; top: parent.top; margins: Theme.edge }
+            height: Math.min(words.implicitHeight, most)
+            contentHeight: words.implicitHeight
+            interactive: contentHeight > height
+            boundsBehavior: Flickable.StopAtBounds
+            clip: true
+
+            Column {
+                id: words
+                width: parent.width
+                spacing: Theme.gap
+                Label {
+                    width: parent.width
+                    text: dialog.title
+                    font.pixelSize: Theme.headSize
+                    font.weight: Font.DemiBold
+                }
+                Label {
+                    width: parent.width
+                    text: dialog.message
+                    color: Theme.secondary
+                    wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+                }
+            }
+        }
         Column {
-            id: column
-            x: Theme.edge
-            y: Theme.edge
-            width: parent.width - 2 * Theme.edge
+            id: answers
+            anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: Theme.edge }
             spacing: Theme.gap
-            Label {
-                width: parent.width
-                text: dialog.title
-                font.pixelSize: Theme.headSize
-                font.weight: Font.DemiBold
-            }
-            Label {
-                width: parent.width
-                text: dialog.message
-                color: Theme.secondary
-                wrapMode: Text.WrapAtWordBoundaryOrAnywhere
-            }
             Repeater {
                 model: dialog.choices
                 PushButton {
@@ -48,7 +66,7 @@ FocusScope {
                     readonly property bool isFirst: index === 0
                     required property string modelData
                     objectName: "choice" + index
-                    width: column.width
+                    width: answers.width
                     text: modelData
                     focus: isFirst
                     fill: isFirst ? Theme.primary : Theme.surface

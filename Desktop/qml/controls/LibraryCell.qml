@@ -17,7 +17,8 @@ Item {
     Accessible.description: shownClip.broken ? Texts.of("LibraryBroken") : shownClip.length
     Accessible.focusable: true
     Accessible.focused: activeFocus
-    Accessible.onPressAction: chosen()
+    // What is covered is out of reach of all hands.
+    Accessible.onPressAction: if (enabled) chosen()
     Component.onCompleted: shownClip.see()
     Component.onDestruction: if (shownClip) shownClip.leave()
 
@@ -26,6 +27,8 @@ Item {
         id: picture
         anchors.fill: parent
         source: cell.shownClip.thumbnail
+        // Other programs' thumbnails may be much larger.
+        sourceSize: Qt.size(Theme.thumbnail, Theme.thumbnail)
         fillMode: Image.PreserveAspectCrop
         asynchronous: true
         // The file's picture may change under its name.
@@ -75,6 +78,26 @@ Item {
         anchors.fill: parent
         color: Theme.pictureHovered
         visible: pointer.hovered
+    }
+    Rectangle {
+        anchors { left: parent.left; right: parent.right; top: parent.top; margins: 4 }
+        visible: (pointer.hovered || cell.activeFocus) && !cell.shownClip.broken
+        height: name.height + 4
+        radius: Theme.controlRadius
+        color: Theme.badge
+        Label {
+            id: name
+            anchors.centerIn: parent
+            width: parent.width - Theme.near
+            text: cell.shownClip.name
+            color: Theme.pictureInk
+            font.pixelSize: Theme.smallSize
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+            maximumLineCount: 2
+            elide: Text.ElideRight
+            Accessible.ignored: true
+        }
     }
     HoverHandler { id: pointer }
     TapHandler { onTapped: cell.chosen() }

@@ -12,8 +12,16 @@ ListView {
     signal chosen(int row)
 
     function show() {
-        if (lines.currentLine >= 0)
-            positionViewAtIndex(lines.currentLine, ListView.Contain)
+        if (lines.current >= 0)
+            positionViewAtIndex(lines.lineOf(lines.current), ListView.Contain)
+    }
+    // The clip that is at the top stays there.
+    function layOut() {
+        const line = Math.max(indexAt(0, contentY), indexAt(0, contentY + spacing))
+        const clip = lines.firstOf(line)
+        lines.columns = columns
+        if (line > 0)
+            positionViewAtIndex(lines.lineOf(clip), ListView.Beginning)
     }
 
     model: lines
@@ -27,7 +35,8 @@ ListView {
     keyNavigationEnabled: false
     Accessible.role: Accessible.List
     Accessible.name: Texts.of("SelectFromLibrary")
-    Binding { target: grid.lines; property: "columns"; value: grid.columns }
+    onColumnsChanged: layOut()
+    Component.onCompleted: layOut()
 
     Connections {
         target: grid.lines

@@ -7,7 +7,9 @@ FocusScope {
     id: frame
 
     property string title
-    property real wideWidth: 480
+    // What the way out says; a cross without.
+    property string leaveText
+    property real wideWidth: Theme.sheetWidth
     // What the inside would like to have; it gets less where the window is lower.
     property real wantedHeight: height
     default property alias inside: inside.data
@@ -16,7 +18,11 @@ FocusScope {
     signal closed
 
     focus: true
+    Accessible.role: Accessible.Dialog
+    Accessible.name: title
 
+    // A click beside the card leaves.
+    MouseArea { anchors.fill: parent; onClicked: frame.closed() }
     Rectangle {
         id: card
         readonly property real most: frame.height - 2 * Theme.edge
@@ -30,16 +36,17 @@ FocusScope {
         border.width: 1
         border.color: Theme.line
 
-        property real slide: 60
+        property real slide: Theme.sheetRise
         NumberAnimation on slide { to: 0; duration: Theme.move; easing.type: Easing.OutCubic }
 
+        MouseArea { anchors.fill: parent }
         Item {
             id: head
             width: parent.width
-            height: 60
+            height: Theme.sheetHead
             Label {
-                anchors { left: parent.left; leftMargin: Theme.edge; right: close.left
-                          verticalCenter: parent.verticalCenter }
+                anchors { left: parent.left; leftMargin: Theme.edge; right: frame.leaveText ? leave.left : close.left
+                          rightMargin: Theme.near; verticalCenter: parent.verticalCenter }
                 text: frame.title
                 font.pixelSize: Theme.headSize
                 font.weight: Font.DemiBold
@@ -49,10 +56,20 @@ FocusScope {
             IconButton {
                 id: close
                 objectName: "closeButton"
+                visible: frame.leaveText === ""
                 anchors { right: parent.right; rightMargin: Theme.near
                           verticalCenter: parent.verticalCenter }
                 name: Texts.of("Close")
                 symbol: "close"
+                onClicked: frame.closed()
+            }
+            PushButton {
+                id: leave
+                objectName: "leaveButton"
+                anchors { right: parent.right; rightMargin: Theme.near
+                          verticalCenter: parent.verticalCenter }
+                visible: frame.leaveText !== ""
+                text: frame.leaveText
                 onClicked: frame.closed()
             }
         }

@@ -14,9 +14,15 @@ FocusScope {
     Accessible.name: heading.text
     Accessible.description: question.text
 
+    component Measure: TextMetrics {
+        font { pixelSize: Theme.textSize; weight: Font.DemiBold }
+    }
+    Measure { id: accept; text: consent.screen.view("consentAccept").title }
+    Measure { id: refuse; text: consent.screen.view("consentRefuse").title }
+
     Card {
         anchors.centerIn: parent
-        width: Math.min(parent.width - 2 * Theme.edge, 420)
+        width: Math.min(parent.width - 2 * Theme.edge, Theme.consentWidth)
         height: Math.min(parent.height - 2 * Theme.edge, column.implicitHeight + 2 * Theme.edge)
         color: Theme.surface
         clip: true
@@ -62,16 +68,22 @@ FocusScope {
                         }
                     }
                 }
-                Row {
+                // Beside each other if both have the room, else both in full width. Neither has the keyboard:
+                // the form comes by itself, and a key meant for something else is no answer.
+                Grid {
                     id: answers
+                    readonly property real half: (width - spacing) / 2
+                    readonly property bool fit: Math.max(accept.advanceWidth, refuse.advanceWidth)
+                                                <= half - 2 * Theme.gap
                     width: parent.width
+                    columns: fit ? 2 : 1
                     spacing: 12
                     component Answer: QuietButton {
-                        width: (answers.width - answers.spacing) / 2
+                        width: answers.fit ? answers.half : answers.width
                         height: 52
                         view: consent.screen.view(objectName)
                     }
-                    Answer { objectName: "consentAccept"; focus: true }
+                    Answer { objectName: "consentAccept" }
                     Answer { objectName: "consentRefuse" }
                 }
                 PushButton {

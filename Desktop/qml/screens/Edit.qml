@@ -106,17 +106,18 @@ FocusScope {
     Item {
         id: foot
         anchors { left: scroll.left; right: parent.right; bottom: parent.bottom }
-        height: create.height + 2 * Theme.gap + bannerPlace.implicitHeight
+        readonly property ButtonItem button: edit.screen.view("createButton")
+        // The button keeps its distance from the foot whether a banner has come or not.
+        height: create.height + Theme.gap + (edit.banner.offered ? button.bottomDistance : Theme.gap)
         PrimaryButton {
             id: create
             objectName: "createButton"
             anchors.horizontalCenter: parent.horizontalCenter
             y: Theme.gap
             width: controls.width
-            view: edit.screen.view("createButton")
+            view: foot.button
         }
         Banner {
-            id: bannerPlace
             anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
             ad: edit.banner
         }

@@ -1,8 +1,7 @@
 import QtQuick
-import QtQuick.Dialogs
 import Anadrome
 
-// The desktop's own file dialog.
+// A choice of a file for the program's picker.
 FocusScope {
     id: files
 
@@ -10,13 +9,8 @@ FocusScope {
 
     focus: true
 
-    FileDialog {
+    ClipDialog {
         id: dialog
-        title: Texts.of("SelectFromFiles")
-        nameFilters: [
-            Texts.of("MovieFiles") + " (*.mp4 *.m4v *.mov *.mkv *.webm *.avi *.mpg *.mpeg *.mts *.m2ts *.ts *.3gp *.ogv)",
-            Texts.of("AllFiles") + " (*)"
-        ]
         onAccepted: files.screen.accept([selectedFile])
         onRejected: files.screen.close()
     }

@@ -8,7 +8,7 @@ SheetFrame {
     required property LibraryScreen screen
 
     title: Texts.of("SelectFromLibrary")
-    wideWidth: 920
+    wideWidth: Theme.wideSheetWidth
     onClosed: screen.close()
 
     LibraryGrid {
@@ -18,24 +18,15 @@ SheetFrame {
         lines: library.screen.lines
         onChosen: row => library.screen.choose(row)
     }
-    HudSign {
+    BusySign {
         id: busy
         property bool isOverdue: false
         anchors.centerIn: parent
-        width: 48
-        height: 48
-        kind: "ring"
+        width: Theme.emptySign
+        height: width
         color: Theme.backward
-        visible: opacity > 0
-        opacity: library.screen.searching && isOverdue ? 1 : 0
-        Behavior on opacity { NumberAnimation { duration: Theme.appear; easing.type: Easing.OutCubic } }
-        RotationAnimator on rotation {
-            running: busy.visible
-            from: 0
-            to: 360
-            duration: 1000
-            loops: Animation.Infinite
-        }
+        visible: library.screen.searching && isOverdue
+        isBusy: visible
         Accessible.role: Accessible.Indicator
         Accessible.name: Texts.of("LibrarySearching")
     }
@@ -53,7 +44,7 @@ SheetFrame {
             anchors.horizontalCenter: parent.horizontalCenter
             name: "library"
             color: Theme.secondary
-            size: 48
+            size: Theme.emptySign
         }
         Label {
             width: parent.width

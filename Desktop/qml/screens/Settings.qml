@@ -10,7 +10,7 @@ Sheet {
     // The rows of each section, in the table's order.
     readonly property var sections: {
         const found = []
-        for (const row of table.rows) {
+        for (const row of table.rows.filter(row => screen.leads(row.section, row.row))) {
             if (found.length === 0 || found[found.length - 1][0].section !== row.section)
                 found.push([])
             found[found.length - 1].push(row)
@@ -19,6 +19,7 @@ Sheet {
     }
 
     title: Texts.of("Settings")
+    leaveText: Texts.of("Done")
     onClosed: screen.close()
 
     Repeater {

@@ -148,7 +148,7 @@ TEST_F(EndToEndTest, SettingsAndErrorsComeAndGoAndTheClipCanBeLeft) {
     settle();
     user("key Return");
     ASSERT_TRUE(waitUntil([&] { return over()->kind() == "Settings"; }));
-    clickOn("closeButton");
+    clickOn("leaveButton");
     ASSERT_TRUE(waitUntil([&] { return !over(); }));
     settle();
 
@@ -161,7 +161,6 @@ TEST_F(EndToEndTest, SettingsAndErrorsComeAndGoAndTheClipCanBeLeft) {
     clickOn("choice0");
     ASSERT_TRUE(waitUntil([&] { return !over(); }));
     settle();
-    user("key Escape");
     clickOn("backButton");
     EXPECT_TRUE(waitForScreen("Title"));
 }

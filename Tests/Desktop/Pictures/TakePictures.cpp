@@ -120,12 +120,14 @@ void showEdit(Tour& tour, const QUrl& clip, BannerSource& ads) {
     tour.openClip(clip);
     tour.picture("edit");
     ads.hasBanner = true;
+    Deployment::setCurrent({.bannerAdUnitID = "banner"});
     tour.openClip(clip);
     ads.hasBanner = false;
     tour.view<SegmentsItem>("outputTypeSegmentedControl").tap(1);
     tour.view<SwitchItem>("exifSwitch").tap();
     tour.picture("edit-banner");
     tour.view<SwitchItem>("exifSwitch").tap();
+    Deployment::setCurrent({});
 }
 
 void showJob(Tour& tour) {

@@ -1,6 +1,7 @@
 #include "Desktop/Screens/ShareScreen.h"
 #include "Platform/UIKit/UIActivityViewController.h"
 #include "Tests/Desktop/System/JobTest.h"
+#include "Views/Common/ViewHelper.h"
 
 #include <filesystem>
 #include <sys/stat.h>
@@ -39,6 +40,19 @@ TEST_F(CloseQuestionTest, KeepingOnLetsTheJobGoOnAndGivesTheKeyboardBack) {
     EXPECT_TRUE(window().isVisible());
     press(Qt::Key_Tab);
     EXPECT_TRUE(window().activeFocusItem() && window().activeFocusItem() != window().contentItem());
+}
+
+TEST_F(CloseQuestionTest, TheQuestionKeepsTheKeyboardWhileTheJobGoesFromStageToStage) {
+    closeDuringJob();
+    ViewHelper::hideHud();
+    ASSERT_TRUE(waitUntil([&] { return !host().hud()->isVisible(); }));
+    press(Qt::Key_Tab);
+    ViewHelper::showHud(UIApplication::sharedApplication().windows().at(0)->rootViewController()->view());
+    ASSERT_TRUE(waitUntil([&] { return host().hud()->isVisible(); }));
+    ASSERT_TRUE(isAsked());
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(waitUntil([&] { return !isAsked(); }));
+    waitForMovie();
 }
 
 TEST_F(CloseQuestionTest, TheQuestionGoesWithTheJob) {

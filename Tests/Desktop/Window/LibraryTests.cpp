@@ -3,6 +3,7 @@
 #include "Tests/Desktop/Window/WindowTest.h"
 
 #include <filesystem>
+#include <fstream>
 
 namespace anadrome::desktop {
 
@@ -13,6 +14,13 @@ protected:
     void addClip(const std::string& name, int frames, std::time_t modified) const {
         std::filesystem::create_directories(path("Videos"));
         clip("Videos/" + name, {.width = 128, .height = 72, .frames = frames});
+        setModified(path("Videos/" + name), modified);
+    }
+
+    /// Listed, but can't be read.
+    void addFile(const std::string& name, std::time_t modified) const {
+        std::filesystem::create_directories(path("Videos"));
+        std::ofstream(path("Videos/" + name)) << "no movie";
         setModified(path("Videos/" + name), modified);
     }
 
@@ -51,6 +59,30 @@ TEST_F(LibraryTest, ArrowsWalkThroughTheMonthsAndEnterOpensTheClip) {
     press(Qt::Key_Return);
     ASSERT_TRUE(waitForScreen("Edit"));
     EXPECT_NEAR(view<SliderItem>("videoSeekBar").to(), 4, 0.1);
+}
+
+TEST_F(LibraryTest, TheFirstClipInSightStaysThereAsTheWindowGetsWider) {
+    for (int i = 0; i < 60; ++i)
+        addFile(std::to_string(i) + ".mp4", 1710936000 - i);
+    window().resize(420, 600);
+    open();
+    QQuickItem* grid = nullptr;
+    visit(window().contentItem(), [&](QQuickItem& item) {
+        if (item.objectName() == "clips")
+            grid = &item;
+    });
+    ASSERT_TRUE(grid);
+    grid->setProperty("contentY", 1500);
+    settle();
+    int first = 0;
+    while (place("clip" + QString::number(first)).bottom() <= grid->mapToScene({0, 0}).y())
+        ++first;
+    ASSERT_GT(first, 20);
+    window().resize(1100, 600);
+    settle();
+    const QRectF now = place("clip" + QString::number(first));
+    EXPECT_GE(now.bottom(), grid->mapToScene({0, 0}).y());
+    EXPECT_LT(now.top(), 300);
 }
 
 TEST_F(LibraryTest, AClickTakesAClip) {

@@ -1,11 +1,15 @@
 #include "Desktop/System/Appearance.h"
+#include "Platform/UIKit/UIApplication.h"
+#include "Platform/UIKit/UIWindow.h"
 #include "Tests/Desktop/Window/WindowTest.h"
 #include "Tests/Support/MovieReader.h"
+#include "Views/Common/ViewHelper.h"
 
 #include <QAccessible>
 #include <QQmlComponent>
 #include <cmath>
 #include <filesystem>
+#include <functional>
 #include <set>
 
 namespace anadrome::desktop {
@@ -16,6 +20,10 @@ namespace fs = std::filesystem;
 namespace {
 
 const ClipOptions shortClip{.width = 128, .height = 72, .frames = 30};
+
+UIViewController& root() {
+    return *UIApplication::sharedApplication().windows().at(0)->rootViewController();
+}
 
 double luminance(const QColor& colour) {
     const auto linear = [](double c) {
@@ -53,6 +61,8 @@ TEST_F(WindowTest, AClipIsOpenedSpedUpMadeAndSavedByMouseAlone) {
     ASSERT_TRUE(waitForScreen("Preview"));
     click("saveButton");
     ASSERT_TRUE(waitUntil([&] { return host().hud()->isVisible() && host().hud()->kind() == "tick"; }));
+
+    ASSERT_TRUE(waitUntil([&] { return !placeOfText("Saved in Videos/Anadrome").isEmpty(); }));
 
     const fs::path library = m_folder.path() / "Videos" / "Anadrome";
     ASSERT_EQ(std::distance(fs::directory_iterator(library), {}), 1);
@@ -96,20 +106,29 @@ TEST_F(WindowTest, SegmentsAndTheSwitchFollowTheMouseAndOpenTheForwardSpeed) {
 }
 
 TEST_F(WindowTest, WhatLiesOverTheScreensTakesTheClicksAndGoesWithEscape) {
-    const std::pair<const char*, const char*> cases[] = {{"cameraButton", "Camera"},
-                                                         {"libraryButton", "Library"},
-                                                         {"infoButton", "Settings"},
-                                                         {"shareAppButton", "ShareSheet"}};
-    for (const auto& [button, kind] : cases) {
-        click(button);
-        ASSERT_TRUE(over()) << button;
-        EXPECT_EQ(over()->kind(), kind);
-        settle();
-        QTest::mouseClick(&window(), Qt::LeftButton, {}, QPoint(210, 5));
-        EXPECT_EQ(host().presented()->count(), 1) << button;
-        press(Qt::Key_Escape);
-        EXPECT_TRUE(waitUntil([&] { return host().presented()->count() == 0; })) << button;
-        settle();
+    struct Case {
+        const char* button;
+        const char* kind;
+        bool isSheet;
+    };
+    for (const auto& [button, kind, isSheet] :
+         {Case{"cameraButton", "Camera", false}, Case{"libraryButton", "Library", true},
+          Case{"infoButton", "Settings", true}, Case{"shareAppButton", "ShareSheet", true}}) {
+        SCOPED_TRACE(button);
+        for (const bool isLeftByKey : {true, false}) {
+            click(button);
+            ASSERT_TRUE(over());
+            EXPECT_EQ(over()->kind(), kind);
+            settle();
+            QTest::mouseClick(&window(), Qt::LeftButton, {}, QPoint(210, 840));
+            EXPECT_EQ(host().presented()->count(), 1);
+            if (isSheet && !isLeftByKey)
+                QTest::mouseClick(&window(), Qt::LeftButton, {}, QPoint(210, 5));
+            else
+                press(Qt::Key_Escape);
+            EXPECT_TRUE(waitUntil([&] { return host().presented()->count() == 0; }));
+            settle();
+        }
     }
 }
 
@@ -125,6 +144,49 @@ TEST_F(WindowTest, AFileThatIsNoMovieEndsInADialogAndTheWayBackIsOpen) {
     settle();
     click("backButton");
     EXPECT_EQ(screen().kind(), "Title");
+}
+
+TEST_F(WindowTest, TheKeysAndTheMouseThatGoBackElsewhereDoSoHereUnlessSomethingLiesOver) {
+    const std::string movie = clip("clip.mp4", shortClip);
+    const std::function<void()> ways[] = {
+        [&] { press(Qt::Key_Escape); }, [&] { QTest::keyClick(&window(), Qt::Key_Left, Qt::AltModifier); },
+        [&] { QTest::mouseClick(&window(), Qt::BackButton, {}, QPoint(210, 500)); }};
+    for (const auto& goBack : ways) {
+        openClip(movie);
+        EXPECT_TRUE(window().title().startsWith("clip.mp4"));
+        ViewHelper::errorAlert("An error", root());
+        settle();
+        goBack();
+        settle();
+        EXPECT_EQ(screen().kind(), "Edit");
+        press(Qt::Key_Return);
+        settle();
+        goBack();
+        ASSERT_TRUE(waitUntil([&] { return screen().kind() == "Title"; }));
+        settle();
+        goBack();
+        EXPECT_EQ(screen().kind(), "Title");
+    }
+}
+
+TEST_F(WindowTest, ALongErrorIsScrolledInTheSmallestWindowAndItsButtonStaysInReach) {
+    window().resize(360, 600);
+    settle();
+    ViewHelper::errorAlert(std::string(3000, 'x'), root());
+    settle();
+    EXPECT_LE(place("choice0").bottom(), 600);
+    EXPECT_GE(place("choice0").top(), 300);
+    click("choice0");
+    EXPECT_TRUE(waitUntil([&] { return !over(); }));
+}
+
+TEST_F(WindowTest, TheCreateButtonLeavesRoomForABannerThatMayCome) {
+    const std::string movie = clip("clip.mp4", shortClip);
+    openClip(movie);
+    const double without = place("createButton").bottom();
+    Deployment::setCurrent({.bannerAdUnitID = "banner"});
+    openClip(movie);
+    EXPECT_GT(without - place("createButton").bottom(), 40);
 }
 
 TEST_F(WindowTest, TheTabKeyReachesAllThatCanBeOperatedAndEachHasANameAndARole) {
