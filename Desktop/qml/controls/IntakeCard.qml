@@ -9,8 +9,8 @@ PushButton {
     property bool isTall: false
     readonly property real discTop: 40
 
-    implicitHeight: isTall ? Math.max(220, discTop + disc.height + Theme.gap + words.implicitHeight + Theme.edge)
-                             : Math.max(112, words.implicitHeight + 2 * Theme.gap)
+    readonly property real tallHeight: discTop + disc.height + Theme.gap + words.implicitHeight + Theme.edge
+    implicitHeight: isTall ? Math.max(220, tallHeight) : Math.max(112, words.implicitHeight + 2 * Theme.gap)
     radius: Theme.cardRadius
     fill: Theme.surface
     edge: Theme.line

@@ -45,8 +45,9 @@ FocusScope {
             width: parent.width
             height: Theme.sheetHead
             Label {
-                anchors { left: parent.left; leftMargin: Theme.edge; right: frame.leaveText ? leave.left : close.left
-                          rightMargin: Theme.near; verticalCenter: parent.verticalCenter }
+                anchors { left: parent.left; leftMargin: Theme.edge
+                          right: frame.leaveText ? leave.left : close.left; rightMargin: Theme.near
+                          verticalCenter: parent.verticalCenter }
                 text: frame.title
                 font.pixelSize: Theme.headSize
                 font.weight: Font.DemiBold

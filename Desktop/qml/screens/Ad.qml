@@ -71,12 +71,14 @@ FocusScope {
                           bottomMargin: words.text ? Theme.gap : 0 }
                 source: ad.screen.picture
                 // Never larger than it was made.
-                fillMode: sourceSize.width > width || sourceSize.height > height ? Image.PreserveAspectFit : Image.Pad
+                fillMode: sourceSize.width > width || sourceSize.height > height ? Image.PreserveAspectFit
+                                                                                 : Image.Pad
                 mipmap: true
             }
             Label {
                 id: words
-                anchors { left: parent.left; right: parent.right; bottom: parent.bottom; bottomMargin: Theme.gap }
+                anchors { left: parent.left; right: parent.right
+                          bottom: parent.bottom; bottomMargin: Theme.gap }
                 text: ad.screen.text
                 font.pixelSize: Theme.headSize
                 horizontalAlignment: Text.AlignHCenter

@@ -49,7 +49,8 @@ FocusScope {
                     Item {
                         id: row
                         required property int index
-                        readonly property LabelItem purpose: consent.screen.view("consentPurpose" + index + "Label")
+                        readonly property LabelItem purpose:
+                            consent.screen.view("consentPurpose" + index + "Label")
                         width: column.width
                         height: Math.max(Theme.touch, name.implicitHeight)
                         visible: purpose.shown

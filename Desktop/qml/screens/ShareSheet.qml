@@ -30,7 +30,8 @@ Sheet {
     RowGroup {
         enabled: !sheet.screen.busy
         rows: [
-            { text: Texts.of("ShareSaveCopy"), symbol: "save", offered: sheet.hasFile, go: () => place.open() },
+            { text: Texts.of("ShareSaveCopy"), symbol: "save", offered: sheet.hasFile,
+              go: () => place.open() },
             { text: Texts.of("ShareOpenWith"), symbol: "open", offered: sheet.hasFile,
               go: () => sheet.screen.openWithOtherProgram() },
             { text: Texts.of("ShareShowFolder"), symbol: "folder", offered: sheet.hasFile,
