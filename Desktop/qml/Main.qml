@@ -6,8 +6,8 @@ Window {
 
     required property DesktopHost host
     required property CloseQuestion closeQuestion
-    // From the top: the question, the busy overlay, what is presented, the screens. Hand and keyboard belong to
-    // the uppermost; each takes the keyboard as it is enabled.
+    // From the top: the question, the busy overlay, what is presented, the screens. Hand and keyboard belong
+    // to the uppermost; each takes the keyboard as it is enabled.
     readonly property bool isAsked: closeQuestion.asked
     readonly property bool isBusy: host.hud.visible
     readonly property int overCount: host.presented.count

@@ -37,7 +37,8 @@ PushButton {
             anchors { left: mark.right; leftMargin: visible ? Theme.gap : 0; top: parent.top
                       bottom: parent.bottom; margins: Theme.bannerMargin }
             // In its own shape: what it has is counted in the pixels of the screen.
-            width: visible ? Math.min(height * implicitWidth / implicitHeight, parent.width * (banner.text ? 0.4 : 0.85)) : 0
+            readonly property real most: parent.width * (banner.text ? 0.4 : 0.85)
+            width: visible ? Math.min(height * implicitWidth / implicitHeight, most) : 0
             visible: status === Image.Ready
             source: banner.ad ? banner.ad.picture : ""
             sourceSize.height: height * Screen.devicePixelRatio
