@@ -30,7 +30,7 @@ std::string activationToken() {
 } // namespace
 
 std::variant<StartRequest, int> parseCommandLine(int argc, char** argv) {
-    CLI::App program("Makes a new movie that plays a clip backwards.");
+    CLI::App program("Makes a new movie that plays a clip backward.");
     program.name("anadrome");
     program.set_version_flag("-v,--version", "anadrome " ANADROME_VERSION, "Print the version and exit");
     program.set_help_flag("-h,--help", "Print this help and exit");

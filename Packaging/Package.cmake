@@ -5,9 +5,9 @@ set(ANADROME_PACKAGER "The Anadrome authors <packages@anadrome.example>" CACHE S
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME anadrome)
 set(CPACK_PACKAGE_CONTACT ${ANADROME_PACKAGER})
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "make new movies that play a clip backwards")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "make new movies that play a clip backward")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-    "Anadrome takes one clip and makes a new movie that plays backwards, picture
+    "Anadrome takes one clip and makes a new movie that plays backward, picture
 and sound, alone or joined to the clip, each part at a speed of its own.
 Everything happens on this machine, and the memory that it needs doesn't grow
 with the length of the clip.

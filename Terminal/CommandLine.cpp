@@ -59,7 +59,7 @@ void describeJob(CLI::App& command, JobOptions& options) {
 
 CLI::App* addMake(CLI::App& program, MakeOptions& options) {
     CLI::App* make =
-        program.add_subcommand("make", "Make a movie of CLIP backwards, alone or joined to CLIP");
+        program.add_subcommand("make", "Make a movie of CLIP backward, alone or joined to CLIP");
     addChoice(*make, "--output-type", options.outputType, outputTypes,
               "reverse|reverse-forward|forward-reverse", "What the movie is made of [reverse]");
     addSpeed(*make, "--reverse-speed", options.reverseSpeed,
@@ -100,7 +100,7 @@ Options completed(const CLI::App& command, Options options) {
 } // namespace
 
 ParsedCommandLine parseCommandLine(int argc, char** argv) {
-    CLI::App program("Makes movies that play backwards.");
+    CLI::App program("Makes movies that play backward.");
     program.name("anadrome-cli");
     program.set_version_flag("--version", "anadrome-cli " ANADROME_VERSION, "Print the version and exit");
     program.set_help_flag("-h,--help", "Print this help and exit");

@@ -4,7 +4,7 @@ set -l none "not __fish_seen_subcommand_from $commands"
 set -l any "__fish_seen_subcommand_from $commands"
 set -l make "__fish_seen_subcommand_from make"
 
-complete -c anadrome-cli -n $none -f -a make -d "Make a movie of a clip backwards, alone or joined to it"
+complete -c anadrome-cli -n $none -f -a make -d "Make a movie of a clip backward, alone or joined to it"
 complete -c anadrome-cli -n $none -f -a reverse -d "Only reverse a clip"
 complete -c anadrome-cli -n $none -l version -d "Print the version and exit"
 complete -c anadrome-cli -s h -l help -d "Print the options and exit"

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import Anadrome
 
 // What dialogs look like: a title, one sentence, the choices under each other. The first choice is the one
@@ -35,6 +36,7 @@ FocusScope {
             contentHeight: words.implicitHeight
             interactive: contentHeight > height
             boundsBehavior: Flickable.StopAtBounds
+            T.ScrollBar.vertical: ScrollBar { }
             clip: true
 
             Column {

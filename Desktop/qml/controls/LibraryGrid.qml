@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import Anadrome
 
 // The clips of the library in lines of squares, each month under its name. Only what is on the screen exists.
@@ -29,6 +30,7 @@ ListView {
     bottomMargin: Theme.gap
     clip: true
     boundsBehavior: Flickable.StopAtBounds
+    T.ScrollBar.vertical: ScrollBar { }
     activeFocusOnTab: true
     // The keyboard is at a clip, not at a line.
     currentIndex: -1

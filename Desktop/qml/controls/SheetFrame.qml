@@ -45,9 +45,8 @@ FocusScope {
             width: parent.width
             height: Theme.sheetHead
             Label {
-                anchors { left: parent.left; leftMargin: Theme.edge
-                          right: frame.leaveText ? leave.left : close.left; rightMargin: Theme.near
-                          verticalCenter: parent.verticalCenter }
+                anchors { left: parent.left; leftMargin: Theme.edge; verticalCenter: parent.verticalCenter
+                          right: frame.leaveText ? leave.left : close.left; rightMargin: Theme.near }
                 text: frame.title
                 font.pixelSize: Theme.headSize
                 font.weight: Font.DemiBold

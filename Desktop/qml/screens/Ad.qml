@@ -17,7 +17,7 @@ FocusScope {
     Item {
         id: bar
         width: parent.width
-        height: 60
+        height: Theme.sheetHead
         Rectangle {
             anchors { left: parent.left; leftMargin: Theme.edge; verticalCenter: parent.verticalCenter }
             width: mark.implicitWidth + Theme.gap
@@ -71,8 +71,8 @@ FocusScope {
                           bottomMargin: words.text ? Theme.gap : 0 }
                 source: ad.screen.picture
                 // Never larger than it was made.
-                fillMode: sourceSize.width > width || sourceSize.height > height ? Image.PreserveAspectFit
-                                                                                 : Image.Pad
+                readonly property bool fits: sourceSize.width <= width && sourceSize.height <= height
+                fillMode: fits ? Image.Pad : Image.PreserveAspectFit
                 mipmap: true
             }
             Label {

@@ -49,8 +49,8 @@ FocusScope {
                     Item {
                         id: row
                         required property int index
-                        readonly property LabelItem purpose:
-                            consent.screen.view("consentPurpose" + index + "Label")
+                        readonly property string key: "consentPurpose" + index
+                        readonly property LabelItem purpose: consent.screen.view(key + "Label")
                         width: column.width
                         height: Math.max(Theme.touch, name.implicitHeight)
                         visible: purpose.shown
@@ -62,7 +62,7 @@ FocusScope {
                         }
                         Toggle {
                             id: answer
-                            objectName: "consentPurpose" + row.index + "Switch"
+                            objectName: row.key + "Switch"
                             anchors { right: parent.right; verticalCenter: parent.verticalCenter }
                             view: consent.screen.view(objectName)
                             text: name.text
