@@ -162,7 +162,6 @@ TEST_F(EndToEndTest, SettingsAndErrorsComeAndGoAndTheClipCanBeLeft) {
     ASSERT_TRUE(waitUntil([&] { return !over(); }));
     settle();
     user("key Escape");
-    clickOn("backButton");
     EXPECT_TRUE(waitForScreen("Title"));
 }
 
