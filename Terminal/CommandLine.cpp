@@ -58,8 +58,7 @@ void describeJob(CLI::App& command, JobOptions& options) {
 }
 
 CLI::App* addMake(CLI::App& program, MakeOptions& options) {
-    CLI::App* make =
-        program.add_subcommand("make", "Make a movie of CLIP backward, alone or joined to CLIP");
+    CLI::App* make = program.add_subcommand("make", "Make a movie of CLIP backward, alone or joined to CLIP");
     addChoice(*make, "--output-type", options.outputType, outputTypes,
               "reverse|reverse-forward|forward-reverse", "What the movie is made of [reverse]");
     addSpeed(*make, "--reverse-speed", options.reverseSpeed,

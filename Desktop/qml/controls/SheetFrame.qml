@@ -65,7 +65,7 @@ FocusScope {
             }
             PushButton {
                 id: leave
-                objectName: "leaveButton"
+                objectName: "closeButton"
                 anchors { right: parent.right; rightMargin: Theme.near
                           verticalCenter: parent.verticalCenter }
                 visible: frame.leaveText !== ""

@@ -161,7 +161,7 @@ TEST_F(EndToEndTest, SettingsAndErrorsComeAndGoAndTheClipCanBeLeft) {
     clickOn("choice0");
     ASSERT_TRUE(waitUntil([&] { return !over(); }));
     settle();
-    clickOn("backButton");
+    user("key Escape");
     EXPECT_TRUE(waitForScreen("Title"));
 }
 

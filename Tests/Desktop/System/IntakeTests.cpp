@@ -1,6 +1,7 @@
 // Clips that are brought to the window: dropped, pasted, named at the start.
 
 #include "Desktop/Screens/AlertScreen.h"
+#include "Desktop/System/ClipFiles.h"
 #include "Desktop/System/ClipboardFile.h"
 #include "Tests/Desktop/Window/WindowTest.h"
 
@@ -8,6 +9,7 @@
 #include <QGuiApplication>
 #include <QMimeData>
 #include <filesystem>
+#include <fstream>
 #include <sys/stat.h>
 
 namespace anadrome::desktop {
@@ -34,6 +36,37 @@ TEST_F(IntakeTest, WhatCannotBeAClipEndsInADialogOverTheScreenThatIsOpen) {
         ASSERT_TRUE(waitUntil([&] { return !over(); }));
         EXPECT_EQ(screen().kind(), "Title");
     }
+}
+
+TEST_F(IntakeTest, TheFileDialogTellsWhatIsElsewhereAndKeepsTheBytesOfNames) {
+    const std::string name = path("\xE9t\xE9.mp4"); // not UTF-8
+    std::filesystem::rename(clip("clip.mp4", {.width = 128, .height = 72, .frames = 30}), name);
+    const auto choose = [&](const QByteArray& address) {
+        click("iCloudButton");
+        ASSERT_TRUE(over() && over()->kind() == "Files");
+        qobject_cast<FilesScreen*>(over())->accept({QUrl::fromEncoded(address)});
+        settle();
+    };
+    choose("smb://server/clip.mp4");
+    const auto* alert = qobject_cast<AlertScreen*>(over());
+    ASSERT_TRUE(alert && alert->message().contains("on this computer"));
+    press(Qt::Key_Return);
+    settle();
+    choose("file://" + QByteArray::fromStdString(path("")) + "%E9t%E9.mp4");
+    EXPECT_TRUE(waitForScreen("Edit"));
+}
+
+TEST_F(IntakeTest, OnlyWhatMayBeAClipIsWelcomeToBeDropped) {
+    std::ofstream(path("list.txt")) << "words";
+    std::filesystem::rename(clip("clip.mp4", {.width = 128, .height = 72, .frames = 3}), path("clip"));
+    const std::pair<QUrl, bool> cases[] = {
+        {QUrl::fromLocalFile(QString::fromStdString(path("clip"))), true},
+        {QUrl::fromLocalFile(QString::fromStdString(path("list.txt"))), false},
+        {QUrl::fromLocalFile(QString::fromStdString(path(""))), false},
+        {QUrl("smb://server/IMG_0001.MOV"), true},
+        {QUrl("https://example.com/page"), false}};
+    for (const auto& [address, isWelcome] : cases)
+        EXPECT_EQ(ClipFiles::mayBeClip(address), isWelcome) << address.toString().toStdString();
 }
 
 TEST_F(IntakeTest, AFileIsTakenFromTheClipboardInAnyFormThatProgramsCopyItIn) {
