@@ -20,6 +20,7 @@ SheetFrame {
     }
     BusySign {
         id: busy
+        kind: "ring"
         property bool isOverdue: false
         anchors.centerIn: parent
         width: Theme.emptySign
