@@ -148,7 +148,7 @@ TEST_F(EndToEndTest, SettingsAndErrorsComeAndGoAndTheClipCanBeLeft) {
     settle();
     user("key Return");
     ASSERT_TRUE(waitUntil([&] { return over()->kind() == "Settings"; }));
-    clickOn("leaveButton");
+    clickOn("closeButton");
     ASSERT_TRUE(waitUntil([&] { return !over(); }));
     settle();
 

@@ -234,7 +234,7 @@ TEST_F(ControlsTest, RowsAreWalkedWithTheArrowKeysAndStandStillWhereAllFits) {
         press(Qt::Key_Down);
     }
     EXPECT_GT(rows, 4);
-    EXPECT_NE(row->objectName(), "leaveButton");
+    EXPECT_NE(row->objectName(), "closeButton");
     EXPECT_EQ(list->property("contentY").toDouble(), 0);
     press(Qt::Key_Up);
     EXPECT_NE(window().activeFocusItem(), row);
