@@ -39,13 +39,14 @@ public:
     /// Pauses, and shows the picture so many further along the bar that tells where the player stands.
     Q_INVOKABLE void step(anadrome::desktop::SliderItem* bar, int pictures);
 
+    /// How long a picture stands, in seconds; as in most clips until there is one.
+    double frameSeconds() const;
+
 Q_SIGNALS:
     void aspectChanged();
 
 private:
     std::shared_ptr<AVPlayer> player() const;
-    /// How long a picture stands, in seconds; as in most clips until there is one.
-    double frameSeconds() const;
     bool isPlaying() const;
 
     double m_aspect = 16.0 / 9;
