@@ -36,6 +36,8 @@ public:
     QString notice() const;
     bool canSwitch() const { return m_state == Live && m_devices.cameras.size() > 1; }
     double elapsed() const;
+    /// Whether there is a clip that is kept nowhere else, or one in the making.
+    bool hasClip() const { return m_isTaking || m_clip; }
     LivePictures* live() const { return m_live; }
     RecordedClip* clip() const { return m_clip; }
 

@@ -1,5 +1,6 @@
 #include "Desktop/System/CloseQuestion.h"
 
+#include "Desktop/Camera/CameraScreen.h"
 #include "Desktop/DesktopHost.h"
 #include "Desktop/Screens/ShareScreen.h"
 
@@ -14,6 +15,12 @@ CloseQuestion::CloseQuestion(DesktopHost& host) : m_host(host) {
 bool CloseQuestion::mayClose() {
     if (m_isAgreed)
         return true;
+    // The camera's own way out doesn't lose a clip without a question.
+    auto* camera = qobject_cast<CameraScreen*>(m_host.presented()->top());
+    if (camera && camera->hasClip()) {
+        camera->close();
+        return false;
+    }
     m_awaited = saving();
     setAsked(m_host.job().isRunning());
     return m_awaited == Saving::nothing && !m_isAsked;

@@ -8,7 +8,7 @@ namespace anadrome::desktop {
 class DesktopHost;
 
 /// Whether the window may close: not in the middle of a movie unless the user says so, and not before a movie
-/// that is being saved or copied is safe. Main thread only.
+/// that is being saved or copied, or a clip that was recorded, is safe. Main thread only.
 class CloseQuestion : public QObject {
     Q_OBJECT
     QML_ELEMENT

@@ -134,6 +134,11 @@ TEST_F(CameraWindowTest, TheOtherCameraIsSwitchedToAndEscapeNeverLosesAClipWitho
     press(Qt::Key_Escape);
     ASSERT_TRUE(waitUntil([&] { return over() == camera; }));
     EXPECT_EQ(clipsLeft(), 1);
+    window().close();
+    ASSERT_TRUE(over()->kind() == "Alert" && settle()) << "the window asks too";
+    EXPECT_TRUE(window().isVisible());
+    press(Qt::Key_Escape);
+    ASSERT_TRUE(waitUntil([&] { return over() == camera; }));
     ASSERT_TRUE(ask()) << "the camera has the keys again";
     click("choice1");
     EXPECT_TRUE(waitUntil([&] { return !over(); }));
