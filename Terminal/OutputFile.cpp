@@ -3,6 +3,7 @@
 #include "Platform/Foundation/CopyBytes.h"
 #include "Platform/Foundation/FileDescriptor.h"
 #include "Platform/Foundation/NSProcessInfo.h"
+#include "Platform/Foundation/RenameToFreeName.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -36,16 +37,6 @@ int copyFile(const URL& from, const URL& to) {
         return errno;
     const CopyOutcome outcome = copyBytes(source.get(), copy.get());
     return outcome.readError ? outcome.readError : outcome.writeError;
-}
-
-int renameToFreeName(const URL& from, const URL& to) {
-    if (::renameat2(AT_FDCWD, from.path().c_str(), AT_FDCWD, to.path().c_str(), RENAME_NOREPLACE) == 0)
-        return 0;
-    if (errno != EINVAL)
-        return errno;
-    // Some file systems can't promise that; a link can't replace either, and the old name is dropped
-    // afterwards.
-    return ::link(from.path().c_str(), to.path().c_str()) == 0 ? 0 : errno;
 }
 
 } // namespace

@@ -7,7 +7,6 @@
 #include "Desktop/Texts.h"
 #include "Platform/Dispatch/DispatchQueue.h"
 #include "Platform/Foundation/NSBundle.h"
-#include "Platform/Foundation/TemporaryDirectory.h"
 #include "Platform/Foundation/UserFolders.h"
 #include "Platform/MessageUI/MFMailComposeViewController.h"
 #include "Platform/UIKit/UIActivityViewController.h"
@@ -19,14 +18,6 @@
 #include <QPointer>
 
 namespace anadrome::desktop {
-
-namespace {
-
-bool isWithin(const URL& file, const URL& folder) {
-    return file.path().starts_with(folder.path() + '/');
-}
-
-} // namespace
 
 ShareScreen::ShareScreen(const std::shared_ptr<UIViewController>& controller, QString kind, QObject* parent)
     : ShownScreen(controller, std::move(kind), parent) {
@@ -108,7 +99,7 @@ void ShareScreen::saveCopy(const QUrl& place) {
     if (m_isBusy)
         return;
     const std::optional<URL> target = fileAt(place);
-    if (!target || isWithin(*target, TemporaryDirectory::current()))
+    if (!target || isTemporary(*target))
         return showError(NSLocalizedString("CopyCannotGoThere"));
     setBusy(true, true);
     DispatchQueue::global(QualityOfService::userInitiated)

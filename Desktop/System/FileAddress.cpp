@@ -1,5 +1,7 @@
 #include "Desktop/System/FileAddress.h"
 
+#include "Platform/Foundation/TemporaryDirectory.h"
+
 namespace anadrome::desktop {
 
 std::optional<URL> fileAt(const QUrl& address) {
@@ -11,6 +13,10 @@ std::optional<URL> fileAt(const QUrl& address) {
 
 QUrl addressOf(const URL& file) {
     return QUrl::fromEncoded(QByteArray::fromStdString(file.absoluteString()));
+}
+
+bool isTemporary(const URL& file) {
+    return file.path().starts_with(TemporaryDirectory::current().path() + '/');
 }
 
 } // namespace anadrome::desktop

@@ -14,4 +14,7 @@ std::optional<URL> fileAt(const QUrl& address);
 /// The other way round.
 QUrl addressOf(const URL& file);
 
+/// Whether it lies in the folder for files that don't outlive the program.
+bool isTemporary(const URL& file);
+
 } // namespace anadrome::desktop

@@ -1,6 +1,7 @@
 #include "Platform/Foundation/PartialFile.h"
 
 #include "Platform/Foundation/NSProcessInfo.h"
+#include "Platform/Foundation/RenameToFreeName.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -45,12 +46,7 @@ PartialFile::~PartialFile() {
 }
 
 int PartialFile::name(const URL& url) const {
-    if (::renameat2(AT_FDCWD, m_url.path().c_str(), AT_FDCWD, url.path().c_str(), RENAME_NOREPLACE) == 0)
-        return 0;
-    if (errno != EINVAL)
-        return errno;
-    // Some file systems can't promise to replace nothing; a link can't replace either.
-    return ::link(m_url.path().c_str(), url.path().c_str()) == 0 ? 0 : errno;
+    return renameToFreeName(m_url, url);
 }
 
 int PartialFile::nameReplacing(const URL& url) const {
