@@ -16,7 +16,7 @@ bool AppDelegate::didFinishLaunchingWithOptions(UIApplication&, const Dictionary
     // Whatever the user's answer to the consent form is or will be.
     ALPrivacySettings::setHasUserConsent(true);
     ALPrivacySettings::setDoNotSell(true);
-    NSUserDefaults::standardUserDefaults().registerDefaults({{"resolutionIndexKey", 1}});
+    registerPreferences();
     fetchRemoteConfig();
     prepareSound();
     return true;
@@ -25,6 +25,13 @@ bool AppDelegate::didFinishLaunchingWithOptions(UIApplication&, const Dictionary
 UISceneConfiguration AppDelegate::configurationForConnectingSceneSession(UIApplication&,
                                                                          const UISceneSession& session) {
     return {"Default Configuration", session.role};
+}
+
+void AppDelegate::registerPreferences() {
+    NSUserDefaults& preferences = NSUserDefaults::standardUserDefaults();
+    preferences.registerDefaults({{"resolutionIndexKey", 1}});
+    // A file that somebody edited mustn't name a preset that doesn't exist.
+    preferences.limitStoredInteger("resolutionIndexKey", 0, 2);
 }
 
 void AppDelegate::fetchRemoteConfig() {
