@@ -7,6 +7,7 @@
 #include "Platform/Services/Ads/ALPrivacySettings.h"
 #include "Platform/Services/Measuring/FIRApp.h"
 #include "Platform/Services/Measuring/FIRRemoteConfig.h"
+#include "Platform/Services/ServiceLines.h"
 
 namespace anadrome {
 
@@ -37,7 +38,9 @@ void AppDelegate::registerPreferences() {
 void AppDelegate::fetchRemoteConfig() {
     RemoteConfigClient::shared().remoteConfig()->fetchAndActivateWithCompletionHandler(
         [](FIRRemoteConfigFetchAndActivateStatus, const std::optional<NSError>& error) {
-            print(error ? error->localizedDescription() : "Remote config successfully fetched & activated!");
+            printServiceLine(OutsideService::remoteConfiguration,
+                             error ? error->localizedDescription()
+                                   : "Remote config successfully fetched & activated!");
         });
 }
 
