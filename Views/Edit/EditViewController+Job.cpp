@@ -35,6 +35,8 @@ void debugLogResult(const std::string& stage, bool success) {
 } // namespace
 
 void EditViewController::createVideo() {
+    if (!hasRoomForFrames())
+        return;
     m_player->pause();
     ViewHelper::showProgressHud("", view());
     const long outputType = m_outputTypeSegmentedControl.lock()->selectedSegmentIndex();

@@ -97,6 +97,10 @@ private:
     void showPlayIcon();
     void playerDidFinishPlayingWithNote(const NSNotification& note);
 
+    // Disk space (EditViewController+Space.cpp)
+    /// False, with a dialog that says why, if the disk can't hold the clip's raw frames.
+    bool hasRoomForFrames();
+
     // Job chain (EditViewController+Job.cpp)
     void createVideo();
     void startReverse(const Job& job);
