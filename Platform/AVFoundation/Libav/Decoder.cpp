@@ -6,6 +6,7 @@
 #include <thread>
 
 extern "C" {
+#include <libavutil/common.h>
 #include <libavutil/samplefmt.h>
 }
 
@@ -176,9 +177,9 @@ bool Decoder::fitToEdit(AVFrame& frame, const Edit& edit) const {
         return false;
     if (isSound()) {
         const AVRational sample{1, frame.sample_rate};
-        const std::int64_t behind = av_rescale_q(edit.mediaEnd() - begin, timeBase(), sample);
+        const std::int64_t behind = av_rescale_q(av_sat_sub64(edit.mediaEnd(), begin), timeBase(), sample);
         const std::int64_t before =
-            av_rescale_q(std::max<std::int64_t>(edit.mediaStart - begin, 0), timeBase(), sample);
+            av_rescale_q(std::max<std::int64_t>(av_sat_sub64(edit.mediaStart, begin), 0), timeBase(), sample);
         if (!keepSamples(frame, before, std::min<std::int64_t>(behind, frame.nb_samples)))
             return false;
         // At another rate it is heard as a tape that runs faster or slower.

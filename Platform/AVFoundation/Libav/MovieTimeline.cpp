@@ -166,9 +166,11 @@ private:
             edit.mediaStart = stored.mediaTime;
             edit.start = av_rescale(begin, track.timeScale, m_timeScale);
             begin += stored.duration;
-            edit.duration = av_rescale(begin, track.timeScale, m_timeScale) - edit.start;
-            if (edit.start < 0 || edit.start > openEnd || edit.duration < 0 || edit.duration > openEnd)
+            const std::int64_t end = av_rescale(begin, track.timeScale, m_timeScale);
+            // What overflows comes out negative.
+            if (edit.start < 0 || end < edit.start || end > openEnd)
                 return {};
+            edit.duration = end - edit.start;
             // A header says nothing of fragments that were yet to be written.
             if (!edit.isEmpty() && isLast && (stored.duration == 0 || m_timeline.isFragmented))
                 edit.duration =
@@ -183,7 +185,8 @@ private:
     static std::int64_t mediaDurationOf(const Edit& edit, std::int32_t rate) {
         if (rate == unchanged || rate < 0)
             return edit.duration;
-        return std::min(av_rescale(edit.duration, rate, unchanged), openEnd);
+        const std::int64_t duration = av_rescale(edit.duration, rate, unchanged);
+        return duration < 0 ? openEnd : std::min(duration, openEnd);
     }
 
     AVIOContext* m_file;

@@ -4,6 +4,10 @@
 #include <cstring>
 #include <optional>
 
+extern "C" {
+#include <libavutil/common.h>
+}
+
 namespace anadrome::libav {
 
 namespace {
@@ -84,7 +88,7 @@ void add(StreamTiming& timing, const InputFile& file, const AVPacket& packet) {
     }
     const bool isSound = file.stream(index)->codecpar->codec_type == AVMEDIA_TYPE_AUDIO;
     for (const Edit& edit : file.edits(index))
-        if (const auto shown = shownIn(edit, {start, start + duration}, isSound))
+        if (const auto shown = shownIn(edit, {start, av_sat_add64(start, duration)}, isSound))
             add(timing, packet, timeFrom(shown->start, timeBase), timeFrom(shown->end, timeBase));
 }
 
