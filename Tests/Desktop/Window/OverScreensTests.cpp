@@ -1,10 +1,13 @@
-// What lies over the screens for a while: ads, the question for consent, the share sheet.
+// What lies over the screens for a while: ads, the question for consent, the share sheet,
+// the HUD.
 
 #include "Desktop/Screens/ShareScreen.h"
+#include "Desktop/System/Appearance.h"
 #include "Platform/Services/Ads/GADFullScreenAdViewController.h"
 #include "Platform/Services/Consent/UMPConsentFormViewController.h"
 #include "Platform/UIKit/UIActivityViewController.h"
 #include "Tests/Desktop/Window/WindowTest.h"
+#include "Views/Common/ViewHelper.h"
 
 namespace anadrome::desktop {
 
@@ -60,6 +63,39 @@ TEST_F(OverScreensTest, ACopyIsSavedOverAnotherFileAndAFailureKeepsTheSheet) {
     EXPECT_TRUE(waitUntil([&] { return completed.value_or(false); }));
     EXPECT_EQ(contentsOf("old.mov"), "the movie");
     EXPECT_EQ(contentsOf("movie.mov"), "the movie");
+}
+
+TEST_F(OverScreensTest, ABusyCardIsAsLightAsItsStyleInEveryLookAndShinesThroughIfItIsVibrant) {
+    const std::shared_ptr<UIView> under =
+        UIApplication::sharedApplication().windows().at(0)->rootViewController()->view();
+    auto* appearance =
+        m_app->engine().singletonInstance<Appearance*>(qmlTypeId("Anadrome", 1, 0, "Appearance"));
+    // Below the sign and its words.
+    const QPoint onCard(window().width() / 2, window().height() / 2 + 65);
+    const auto lightness = [&](bool isDark) {
+        appearance->setDark(isDark);
+        settle();
+        EXPECT_TRUE(host().hud()->isVisible());
+        return window().grabWindow().pixelColor(onCard).lightnessF();
+    };
+    ViewHelper::showHud(under);
+    const auto vibrant = std::pair(lightness(true), lightness(false));
+    ViewHelper::hideHud();
+    settle();
+    ViewHelper::showSuccessHud(under);
+    const auto plain = std::pair(lightness(true), lightness(false));
+    ViewHelper::hideHud();
+    settle();
+    for (const auto& [onDark, onLight] : {vibrant, plain}) {
+        EXPECT_GT(onDark, 0.7);
+        EXPECT_GT(onLight, 0.7);
+    }
+    EXPECT_GT(vibrant.second - vibrant.first, 2 * (plain.second - plain.first));
+    ViewHelper::showProgressHud("", under);
+    EXPECT_LT(lightness(true), 0.3);
+    EXPECT_LT(lightness(false), 0.3);
+    ViewHelper::hideHud();
+    settle();
 }
 
 } // namespace anadrome::desktop
