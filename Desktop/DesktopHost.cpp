@@ -128,4 +128,8 @@ bool DesktopHost::openURL(const std::string& address) {
     return QDesktopServices::openUrl(QUrl(QString::fromStdString(address)));
 }
 
+void DesktopHost::requestReview(UIWindowScene&) {
+    m_reviewQuestion.request(m_navigation);
+}
+
 } // namespace anadrome::desktop

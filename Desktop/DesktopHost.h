@@ -4,6 +4,7 @@
 #include "Desktop/Screens/ScreenList.h"
 #include "Desktop/System/JobWatch.h"
 #include "Desktop/System/MailProgram.h"
+#include "Desktop/System/ReviewQuestion.h"
 #include "Platform/Foundation/URL.h"
 #include "Platform/UIKit/UIHost.h"
 
@@ -61,6 +62,7 @@ public:
     void viewChanged(UIView& view, double duration) override;
     bool openURL(const std::string& address) override;
     bool canSendMail() const override { return m_mailProgram.exists(); }
+    void requestReview(UIWindowScene&) override;
 
 Q_SIGNALS:
     /// Something to be told in passing.
@@ -77,6 +79,7 @@ private:
     ScreenList m_presented;
     Hud m_hud;
     JobWatch m_job{m_hud, m_stack, m_presented};
+    ReviewQuestion m_reviewQuestion{m_hud, m_presented};
     MailProgram m_mailProgram;
     std::weak_ptr<UINavigationController> m_navigation;
     QSizeF m_size{420, 860};

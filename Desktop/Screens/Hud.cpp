@@ -23,9 +23,13 @@ void Hud::update() {
     Shown now = m_shown;
     now.isVisible = hud.window() != nullptr;
     if (now.isVisible)
-        now = {true, kindOf(*hud.indicatorView()), hud.progress(),
-               QString::fromStdString(hud.textLabel()->text()),
-               QString::fromStdString(hud.detailTextLabel()->text())};
+        now = {.isVisible = true,
+               .kind = kindOf(*hud.indicatorView()),
+               .progress = hud.progress(),
+               .text = QString::fromStdString(hud.textLabel()->text()),
+               .detail = QString::fromStdString(hud.detailTextLabel()->text()),
+               .isLight = hud.style() != JGProgressHUDStyle::dark,
+               .isVibrant = hud.vibrancyEnabled()};
     if (now == m_shown)
         return;
     const bool hasOnlyAdvanced = now.isVisible && m_shown.isVisible && now.kind == m_shown.kind;

@@ -18,6 +18,10 @@ class Hud : public QObject {
     Q_PROPERTY(double progress READ progress NOTIFY changed)
     Q_PROPERTY(QString text READ text NOTIFY changed)
     Q_PROPERTY(QString detail READ detail NOTIFY changed)
+    /// Style of the card: light, else dark.
+    Q_PROPERTY(bool light READ isLight NOTIFY changed)
+    /// Whether what lies beneath shines through the card.
+    Q_PROPERTY(bool vibrant READ isVibrant NOTIFY changed)
 
 public:
     using QObject::QObject;
@@ -27,6 +31,8 @@ public:
     double progress() const { return m_shown.progress; }
     QString text() const { return m_shown.text; }
     QString detail() const { return m_shown.detail; }
+    bool isLight() const { return m_shown.isLight; }
+    bool isVibrant() const { return m_shown.isVibrant; }
 
     /// Looks at the overlay anew; what only advances is told a few times a second. What it showed last stays
     /// readable after it has gone, for it to fade.
@@ -45,6 +51,8 @@ private:
         double progress = 0;
         QString text;
         QString detail;
+        bool isLight = false;
+        bool isVibrant = false;
 
         friend bool operator==(const Shown&, const Shown&) = default;
     };

@@ -10,7 +10,6 @@
 #include "Desktop/Screens/PreviewScreen.h"
 #include "Desktop/Screens/SettingsScreen.h"
 #include "Desktop/Screens/ShareScreen.h"
-#include "Desktop/Screens/TitleScreen.h"
 #include "Platform/Foundation/Print.h"
 #include "Platform/PhotosUI/PHPickerViewController.h"
 #include "Platform/Services/Ads/GADFullScreenAdViewController.h"
@@ -47,7 +46,7 @@ constexpr Kind kind(const char* name) {
 }
 
 constexpr Kind kinds[] = {
-    kind<TitleViewController, TitleScreen>("Title"),
+    kind<TitleViewController>("Title"),
     kind<EditViewController, EditScreen>("Edit"),
     kind<PreviewViewController, PreviewScreen>("Preview"),
     kind<SettingsViewController, SettingsScreen>("Settings"),

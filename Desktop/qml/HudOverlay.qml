@@ -30,11 +30,12 @@ FocusScope {
     }
 
     Rectangle {
+        readonly property color card: overlay.hud.light ? Theme.hudLightCard : Theme.hudCard
         anchors.centerIn: parent
         width: Theme.hudSide
         height: width
         radius: width / 2
-        color: Theme.hudCard
+        color: overlay.hud.vibrant ? Qt.alpha(card, Theme.vibrant) : card
 
         BusySign {
             id: sign
@@ -45,7 +46,7 @@ FocusScope {
             kind: overlay.hud.kind
             isBusy: overlay.hud.visible
             progress: overlay.hud.progress
-            color: Theme.hudAccent
+            color: overlay.hud.light ? Theme.hudLightAccent : Theme.hudAccent
         }
         Text {
             id: words
@@ -55,7 +56,7 @@ FocusScope {
             visible: text !== ""
             text: [overlay.hud.text, overlay.hud.detail].filter(line => line !== "").join("\n")
             horizontalAlignment: Text.AlignHCenter
-            color: Theme.hudText
+            color: overlay.hud.light ? Theme.hudLightText : Theme.hudText
             font.pixelSize: Theme.headSize
             font.weight: Font.DemiBold
         }

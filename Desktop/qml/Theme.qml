@@ -42,6 +42,11 @@ QtObject {
     readonly property color hudCard: "#F0242831"
     readonly property color hudText: "#F2F3F5"
     readonly property color hudAccent: "#F5A524"
+    readonly property color hudLightCard: "#F0FFFFFF"
+    readonly property color hudLightText: "#17191D"
+    readonly property color hudLightAccent: "#945700"
+    // Strength of a card that lets what lies beneath shine through.
+    readonly property real vibrant: 0.8
 
     readonly property int titleSize: 28
     readonly property int headSize: 20

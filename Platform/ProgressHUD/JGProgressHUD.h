@@ -21,6 +21,7 @@ public:
     static std::vector<std::shared_ptr<JGProgressHUD>> allProgressHUDsInView(const UIView& view);
 
     JGProgressHUDStyle style() const { return m_style; }
+    /// Whether what lies beneath shines through; off at first.
     bool vibrancyEnabled() const { return m_vibrancyEnabled; }
     void setVibrancyEnabled(bool isEnabled) { change(m_vibrancyEnabled, isEnabled); }
     const std::shared_ptr<JGProgressHUDIndicatorView>& indicatorView() const { return m_indicatorView; }

@@ -36,7 +36,7 @@ public:
     virtual bool openURL(const std::string& /*address*/) { return false; }
     /// Whether the user has a mail program.
     virtual bool canSendMail() const { return false; }
-    /// A wish, which may be passed over.
+    /// Asks the user for a review as soon as they can see the question; may drop the request.
     virtual void requestReview(UIWindowScene& /*scene*/) {}
 };
 

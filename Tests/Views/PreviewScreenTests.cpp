@@ -62,6 +62,7 @@ TEST_F(PreviewScreenTest, ShowsTheMovieInAPlayerThatWaits) {
 }
 
 TEST_F(PreviewScreenTest, EverySaveCountsAndTheFirstAndEveryFifthAfterItAskForAReview) {
+    Deployment::setCurrent({.storeAddress = "https://store.example", .storeIdentifier = "42"});
     for (int count = 1; count <= 6; ++count) {
         EXPECT_EQ(save(), "");
         Story expected{"event save", "ring", "no hud", "tick"};
@@ -71,6 +72,7 @@ TEST_F(PreviewScreenTest, EverySaveCountsAndTheFirstAndEveryFifthAfterItAskForAR
         EXPECT_EQ(preferences().integerForKey("doneCountKey"), count);
         EXPECT_EQ(std::distance(fs::directory_iterator(library()), {}), count);
     }
+    Deployment::setCurrent({});
 }
 
 TEST_F(PreviewScreenTest, AFailedSaveSaysWhyCountsNothingAndCanBeTriedAgain) {

@@ -34,7 +34,8 @@ protected:
             Deployment::setCurrent({});
             return true;
         }();
-        for (const char* key : {"resolutionIndexKey", "fileTypeIndexKey", "isSaveExifKey", "doneCountKey"})
+        for (const char* key : {"resolutionIndexKey", "fileTypeIndexKey", "isSaveExifKey", "doneCountKey",
+                                "reviewRequestTimes"})
             preferences().removeObjectForKey(key);
         m_host.show(m_stack);
     }

@@ -81,8 +81,20 @@ TEST_F(SettingsScreenTest, SharesAndOpensThePagesThatAreDeployed) {
     EXPECT_EQ(tap(2, 1), (Story{"event settings_blog", "open https://maker.example"}));
     EXPECT_EQ(tap(3, 0), (Story{"event settings_review",
                                 "open https://store.example/us/app/itunes-u/id42?action=write-review"}));
+}
+
+TEST_F(SettingsScreenTest, SaysThatAPageIsMissingWhereNoneIsDeployed) {
     Deployment::setCurrent({});
-    EXPECT_EQ(tap(3, 0), Story{"event settings_review"});
+    const struct {
+        NSIndexPath row;
+        const char* event;
+    } rows[] = {{{2, 0}, "settings_more_apps"}, {{2, 1}, "settings_blog"}, {{3, 0}, "settings_review"}};
+    for (const auto& [row, event] : rows) {
+        EXPECT_EQ(tap(row.section, row.row), Story{std::string("event ") + event});
+        EXPECT_TRUE(waitFor("dialog " + NSLocalizedString("PageIsMissing"))) << event;
+        ASSERT_TRUE(shown<UIAlertController>());
+        shown<UIAlertController>()->chooseAction(0);
+    }
 }
 
 TEST_F(SettingsScreenTest, WritesAMailOrSaysThatNoneCanBeWritten) {

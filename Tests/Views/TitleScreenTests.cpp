@@ -195,13 +195,40 @@ TEST_F(TitleScreenTest, SharesTheProgramWithItsPageIfThereIsOne) {
     }
 }
 
-TEST_F(TitleScreenTest, ShowsAnotherAppsPageAfterTheHudAndNothingWhereNoneIsDeployed) {
-    tap("app1Button");
-    EXPECT_TRUE(waitFor("no hud"));
-    settle();
-    EXPECT_EQ(m_host.story(), (Story{"event other_app_0", "ring", "no hud"}));
+TEST_F(TitleScreenTest, TheStripHasTheAppsThatAreDeployedAndNoHeadingWithoutAny) {
+    const struct {
+        Deployment values;
+        std::vector<int> shown;
+    } rows[] = {{{}, {}},
+                {{.appStripIdentifiers = {"1", "2", "3", "4", "5"}}, {}},
+                {{.storeAddress = "https://store.example", .appStripIdentifiers = {"", "2"}}, {2}},
+                {{.storeAddress = "https://store.example", .appStripIdentifiers = {"1", "2", "3", "4", "5"}},
+                 {1, 2, 3, 4, 5}}};
+    for (const auto& row : rows) {
+        Deployment::setCurrent(row.values);
+        openTitle();
+        std::vector<int> shown;
+        for (int app = 1; app <= 5; ++app) {
+            const bool isShown = !view<UIButton>("app" + std::to_string(app) + "Button")->isHidden();
+            EXPECT_EQ(!view<UILabel>("app" + std::to_string(app) + "Label")->isHidden(), isShown);
+            if (isShown)
+                shown.push_back(app);
+        }
+        EXPECT_EQ(shown, row.shown);
+        EXPECT_EQ(view<UILabel>("moreAppsLabel")->isHidden(), row.shown.empty());
+    }
+}
+
+TEST_F(TitleScreenTest, ShowsAnotherAppsPageAfterTheHudAndNothingIfItIsGone) {
     Deployment values{.storeAddress = "https://store.example"};
     values.appStripIdentifiers[4] = "99";
+    Deployment::setCurrent(values);
+    openTitle();
+    Deployment::setCurrent({});
+    tap("app5Button");
+    EXPECT_TRUE(waitFor("no hud"));
+    settle();
+    EXPECT_EQ(m_host.story(), (Story{"event other_app_4", "ring", "no hud"}));
     Deployment::setCurrent(values);
     for (int time = 0; time < 2; ++time) {
         m_host.clear();

@@ -10,6 +10,7 @@
 #include "Platform/UIKit/UIConnections.h"
 #include "Platform/UIKit/UIDevice.h"
 #include "Views/Common/StoreTexts.h"
+#include "Views/Common/ViewHelper.h"
 
 namespace anadrome {
 
@@ -94,9 +95,8 @@ void SettingsViewController::mailComposeControllerDidFinishWithResult(MFMailComp
 
 void SettingsViewController::openLink(const std::string& event, const std::string& address) {
     FIRAnalytics::logEventWithName(event);
-    // Nothing is deployed there.
     if (address.empty())
-        return;
+        return ViewHelper::showError(self(), NSLocalizedString("PageIsMissing"));
     UIApplication::sharedApplication().openURL(address);
 }
 

@@ -35,7 +35,8 @@ private:
     void shareApp();
     void writeFeedback(long row);
     void tellThatMailFails();
-    static void openLink(const std::string& event, const std::string& address);
+    /// Shows an error dialog if no address is deployed.
+    void openLink(const std::string& event, const std::string& address);
 
     std::weak_ptr<UITableView> m_tableView;
 };

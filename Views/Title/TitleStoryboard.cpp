@@ -1,18 +1,19 @@
 #include "Views/Title/TitleStoryboard.h"
 
+#include "Platform/Services/Deployment.h"
 #include "Platform/UIKit/UIButton.h"
 #include "Platform/UIKit/UILabel.h"
 #include "Platform/UIKit/UISegmentedControl.h"
 #include "Views/Common/UIView+Border.h"
 #include "Views/Title/TitleViewController.h"
 
+#include <algorithm>
+
 namespace anadrome {
 
 namespace {
 
 constexpr auto tap = UIControlEvents::touchUpInside;
-constexpr long appsInStrip = 5;
-
 void prepareCard(UIButton& button) {
     setCornerRadius(button, 14);
     setBorderWidth(button, 1);
@@ -35,13 +36,26 @@ void addQuality(UIStoryboardScene& scene) {
                                  {{UIControlEvents::valueChanged, "videoQualityChanged"}});
 }
 
+bool hasPage(const std::string& identifier) {
+    return !Deployment::current().productPage(identifier).empty();
+}
+
+/// Only apps with a deployed store page are shown; the heading hides with the last of them.
 void addAppStrip(UIStoryboardScene& scene) {
-    scene.add<UILabel>("moreAppsLabel");
-    for (long tag = 0; tag < appsInStrip; ++tag) {
-        const std::string app = "app" + std::to_string(tag + 1);
-        scene.add<UILabel>(app + "Label")
-            .add<UIButton>(app + "Button", [tag](UIButton& button) { button.setTag(tag); },
-                           {{tap, "appButtonTapped"}});
+    scene.add<UILabel>("moreAppsLabel", [](UILabel& label) {
+        label.setHidden(std::ranges::none_of(Deployment::current().appStripIdentifiers, hasPage));
+    });
+    for (std::size_t index = 0; index < Deployment().appStripIdentifiers.size(); ++index) {
+        const std::string app = "app" + std::to_string(index + 1);
+        const auto hideWithoutPage = [index](UIView& view) {
+            view.setHidden(!hasPage(Deployment::current().appStripIdentifiers[index]));
+        };
+        const auto prepare = [index, hideWithoutPage](UIButton& button) {
+            button.setTag(static_cast<long>(index));
+            hideWithoutPage(button);
+        };
+        scene.add<UILabel>(app + "Label", hideWithoutPage)
+            .add<UIButton>(app + "Button", prepare, {{tap, "appButtonTapped"}});
     }
 }
 

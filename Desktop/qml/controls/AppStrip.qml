@@ -1,15 +1,18 @@
 import QtQuick
 import Anadrome
 
-// The makers' other programs, as a row of small cards.
+// The maker's other programs that are deployed, as a row of small cards.
 Column {
     id: strip
 
     required property ShownScreen screen
 
+    readonly property LabelItem heading: screen.view("moreAppsLabel")
+
+    visible: heading.shown
     spacing: Theme.near
 
-    Label { view: strip.screen.view("moreAppsLabel"); font.weight: Font.DemiBold }
+    Label { view: strip.heading; font.weight: Font.DemiBold }
     Flow {
         width: parent.width
         spacing: Theme.near

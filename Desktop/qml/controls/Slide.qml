@@ -156,7 +156,9 @@ Item {
             const distance = mouse.x - looks.thumbAt
             const isOnThumb = Math.abs(distance) <= 2 * control.inset
             grip = isOnThumb ? distance : 0
-            if (!isOnThumb)
+            if (isOnThumb)
+                control.take()
+            else
                 show(mouse.x)
         }
         onPositionChanged: mouse => {

@@ -5,7 +5,7 @@ import Anadrome
 FocusScope {
     id: title
 
-    required property TitleScreen screen
+    required property ShownScreen screen
     required property DesktopHost host
     property bool isSeen: true
     readonly property bool isWide: width >= Theme.wideFrom
@@ -97,7 +97,6 @@ FocusScope {
             }
             AppStrip {
                 width: parent.width
-                visible: title.screen.offersApps
                 screen: title.screen
             }
             Item { width: 1; height: Theme.near }

@@ -161,9 +161,14 @@ void showMovie(Tour& tour) {
     ViewHelper::errorAlert(NSLocalizedString("error.notEnoughSpace"), *tour.root());
     tour.picture("error");
     tour.closeAll();
+    Deployment::setCurrent({.storeAddress = "https://example.org", .storeIdentifier = "1"});
     tour.tap("saveButton");
     Tour::waitFor("the tick", [&] { return tour.host().hud()->kind() == "tick"; });
     tour.picture("saved");
+    Tour::waitFor("the question", [&] { return tour.host().presented()->count() > 0; });
+    tour.picture("review");
+    tour.closeAll();
+    Deployment::setCurrent({});
 }
 
 /// A deployment with other programs to show.

@@ -42,6 +42,14 @@ protected:
         return found;
     }
     QString speed() { return view<LabelItem>("reverseSpeedValueLabel").text(); }
+    QPoint thumbOf(const QString& name) {
+        QQuickItem* slide = item(name, QAccessible::Slider);
+        const auto number = [slide](const char* property) { return slide->property(property).toDouble(); };
+        const double part = (number("place") - number("from")) / (number("to") - number("from"));
+        const double inset = number("inset");
+        return slide->mapToScene({inset + part * (slide->width() - 2 * inset), slide->height() / 2})
+            .toPoint();
+    }
     void clickAt(QPointF point) { QTest::mouseClick(&window(), Qt::LeftButton, {}, point.toPoint()); }
     QQuickItem* focusSpeed() {
         QQuickItem* slide = item("reverseSpeedSlider", QAccessible::Slider);
@@ -150,6 +158,39 @@ TEST_F(ControlsTest, ADoubleClickOnASpeedBringsBackTheUsualOne) {
         ASSERT_TRUE(waitUntil([&] { return host().hud()->isVisible(); }));
         ASSERT_TRUE(waitForScreen("Edit"));
     }
+}
+
+TEST_F(ControlsTest, AThumbIsHeldFromThePressToTheReleaseEvenIfItStaysWhereItIs) {
+    openClip(clip("clip.mp4", {.width = 128, .height = 72, .frames = 300}));
+    int renditions = 0;
+    QObject::connect(host().hud(), &Hud::changed, host().hud(), [&, wasVisible = false]() mutable {
+        const bool isVisible = host().hud()->isVisible();
+        renditions += isVisible && !wasVisible;
+        wasVisible = isVisible;
+    });
+    const auto& speedSlider = view<SliderItem>("reverseSpeedSlider");
+    const QPoint speedThumb = thumbOf("reverseSpeedSlider");
+    QTest::mousePress(&window(), Qt::LeftButton, {}, speedThumb);
+    EXPECT_TRUE(speedSlider.isTracking());
+    QTest::mouseRelease(&window(), Qt::LeftButton, {}, speedThumb);
+    ASSERT_TRUE(waitUntil([&] { return renditions == 1; })) << "the preview is made anew";
+    ASSERT_TRUE(waitForScreen("Edit"));
+    EXPECT_FALSE(speedSlider.isTracking());
+    EXPECT_EQ(speed(), "1.0x");
+    QTest::mouseDClick(&window(), Qt::LeftButton, {}, speedThumb);
+    ASSERT_TRUE(waitUntil([&] { return renditions == 2; }));
+    ASSERT_TRUE(waitForScreen("Edit"));
+    settle();
+    EXPECT_EQ(renditions, 2) << "two clicks are one move";
+
+    const auto& bar = view<SliderItem>("videoSeekBar");
+    const QPoint seekThumb = thumbOf("videoSeekBar");
+    QTest::mousePress(&window(), Qt::LeftButton, {}, seekThumb);
+    const double held = bar.value();
+    settle();
+    EXPECT_EQ(bar.value(), held) << "the preview runs on, the thumb stays with the hand";
+    QTest::mouseRelease(&window(), Qt::LeftButton, {}, seekThumb);
+    EXPECT_TRUE(waitUntil([&] { return bar.value() > held; }));
 }
 
 TEST_F(ControlsTest, ASliderThatIsClickedHasTheKeysAndSegmentsKeepTheirOwn) {

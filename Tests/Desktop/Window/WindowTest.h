@@ -25,10 +25,10 @@ namespace anadrome::desktop {
 /// test is to run in a process of its own, since a program is launched once.
 class WindowTest : public testing_support::ClipTest {
 protected:
-    WindowTest() {
+    explicit WindowTest(const Deployment& deployment = {}) {
         setPrintSink([](std::string_view) {});
         NSUserDefaults::standardUserDefaults().keepInMemory();
-        Deployment::setCurrent({});
+        Deployment::setCurrent(deployment);
         m_app = std::make_unique<DesktopApp>();
         m_app->window().requestActivate();
         settle();
