@@ -277,7 +277,7 @@ void ReverseRun::finishWriting() {
 void ReverseRun::abandon() {
     if (m_isEnded.exchange(true))
         return;
-    m_writer->cancelWriting();
+    m_writer->abandonWriting();
     VideoFrameManager::removeAllFrames();
     // A group that is never left would keep the finishing step, and with it the run.
     if (!m_videoFinished || (m_hasAudio && !m_audioFinished))

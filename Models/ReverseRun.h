@@ -52,7 +52,7 @@ private:
     void feedVideo();
     void feedAudio();
     void finishWriting();
-    /// Ends a stopped run that writes. Blocks until the encoders have stopped.
+    /// Ends a stopped run that writes.
     void abandon();
     bool isStopped() const { return m_request.stop.stop_requested(); }
     void complete(bool success, std::optional<std::string> message) const;

@@ -54,9 +54,9 @@ public:
     /// the asset live until then. A failed export leaves its unfinished file.
     void exportAsynchronouslyWithCompletionHandler(std::function<void()> handler);
 
-    /// Ends the export with status cancelled and removes its file. Returns at once; the handler runs when the
-    /// encoders have stopped. An export that hasn't begun ends as soon as it does; one that has ended stays
-    /// as it is. Any thread.
+    /// Ends the export with status cancelled and removes its file. Returns at once; the handler runs soon,
+    /// and doesn't wait for decoding and encoding threads to end. An export that hasn't begun ends as soon as
+    /// it does; one that has ended stays as it is. Any thread.
     void cancelExport();
 
     AVAssetExportSessionStatus status() const;

@@ -44,8 +44,8 @@ void ExportRun::cancel() {
 }
 
 void ExportRun::abandon() {
-    // The feeds end by themselves, as the writer takes nothing more, and aren't waited for.
-    m_writer->cancelWriting();
+    // The feeds end by themselves, as the writer takes nothing more.
+    m_writer->abandonWriting();
     complete(AVAssetExportSessionStatus::cancelled, makeAVError(AVErrorOperationCancelled));
 }
 

@@ -45,7 +45,7 @@ private:
     void prepareAudio();
     std::shared_ptr<AVAssetWriterInput> makeVideoInput(const FrameSchedule& schedule) const;
     void startWriting();
-    /// Stops the writer of a cancelled run. Blocks until its encoders have stopped.
+    /// Ends a cancelled run that writes.
     void abandon();
 
     /// A step of a feed: appends the next sample. False at the end.
