@@ -1,8 +1,8 @@
 #include "Ads/AppOpenAdManager.h"
 
 #include "Ads/AppOpenAdManagerDelegate.h"
-#include "Platform/Foundation/Print.h"
 #include "Platform/Services/Deployment.h"
+#include "Platform/Services/ServiceLines.h"
 #include "Platform/UIKit/UIApplication.h"
 #include "Platform/UIKit/UIWindow.h"
 #include "Views/Common/ViewHelper.h"
@@ -29,7 +29,7 @@ void AppOpenAdManager::startLoad() {
     if (!m_hasStartCompleted || m_isLoadingAd || isAdFresh())
         return;
     m_isLoadingAd = true;
-    print("Start loading app open ad.");
+    printServiceLine(OutsideService::ads, "Start loading app open ad.");
     GADAppOpenAd::loadWithAdUnitID(
         Deployment::current().appOpenAdUnitID, GADRequest(),
         [self = shared_from_this()](std::shared_ptr<GADAppOpenAd> ad, const std::optional<NSError>& error) {
@@ -42,30 +42,31 @@ void AppOpenAdManager::adLoaded(std::shared_ptr<GADAppOpenAd> ad, const std::opt
     if (error) {
         m_appOpenAd.reset();
         m_loadTime.reset();
-        print("App open ad failed to load with error: " + error->localizedDescription() + ".");
+        printServiceLine(OutsideService::ads,
+                         "App open ad failed to load with error: " + error->localizedDescription() + ".");
         return;
     }
     m_appOpenAd = std::move(ad);
     if (m_appOpenAd)
         m_appOpenAd->setFullScreenContentDelegate(shared_from_this());
     m_loadTime = m_clock();
-    print("App open ad loaded successfully.");
+    printServiceLine(OutsideService::ads, "App open ad loaded successfully.");
 }
 
 void AppOpenAdManager::presentIfReady() {
     if (ViewHelper::shared().hud().isVisible())
         return;
     if (m_isShowingAd)
-        return print("App open ad is already showing.");
+        return printServiceLine(OutsideService::ads, "App open ad is already showing.");
     if (isAdFresh())
         return presentOverKeyWindow();
-    print("App open ad is not ready yet.");
+    printServiceLine(OutsideService::ads, "App open ad is not ready yet.");
     tellDelegate();
     startLoad();
 }
 
 void AppOpenAdManager::presentOverKeyWindow() {
-    print("App open ad will be displayed.");
+    printServiceLine(OutsideService::ads, "App open ad will be displayed.");
     m_isShowingAd = true;
     for (const auto& window : UIApplication::sharedApplication().windows()) {
         if (!window->isKeyWindow())
@@ -77,7 +78,7 @@ void AppOpenAdManager::presentOverKeyWindow() {
 }
 
 void AppOpenAdManager::adWillPresentFullScreenContent() {
-    print("App open ad is will be presented.");
+    printServiceLine(OutsideService::ads, "App open ad is will be presented.");
 }
 
 void AppOpenAdManager::adDidDismissFullScreenContent() {
@@ -91,7 +92,7 @@ void AppOpenAdManager::adDidFailToPresentFullScreenContentWithError(const NSErro
 void AppOpenAdManager::finish(const std::string& line) {
     m_appOpenAd.reset();
     m_isShowingAd = false;
-    print(line);
+    printServiceLine(OutsideService::ads, line);
     tellDelegate();
     startLoad();
 }

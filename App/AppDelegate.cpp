@@ -7,6 +7,7 @@
 #include "Platform/Services/Ads/ALPrivacySettings.h"
 #include "Platform/Services/Measuring/FIRApp.h"
 #include "Platform/Services/Measuring/FIRRemoteConfig.h"
+#include "Platform/Services/ServiceLines.h"
 
 namespace anadrome {
 
@@ -16,7 +17,7 @@ bool AppDelegate::didFinishLaunchingWithOptions(UIApplication&, const Dictionary
     // Whatever the user's answer to the consent form is or will be.
     ALPrivacySettings::setHasUserConsent(true);
     ALPrivacySettings::setDoNotSell(true);
-    NSUserDefaults::standardUserDefaults().registerDefaults({{"resolutionIndexKey", 1}});
+    registerPreferences();
     fetchRemoteConfig();
     prepareSound();
     return true;
@@ -27,10 +28,19 @@ UISceneConfiguration AppDelegate::configurationForConnectingSceneSession(UIAppli
     return {"Default Configuration", session.role};
 }
 
+void AppDelegate::registerPreferences() {
+    NSUserDefaults& preferences = NSUserDefaults::standardUserDefaults();
+    preferences.registerDefaults({{"resolutionIndexKey", 1}});
+    // A file that somebody edited mustn't name a preset that doesn't exist.
+    preferences.limitStoredInteger("resolutionIndexKey", 0, 2);
+}
+
 void AppDelegate::fetchRemoteConfig() {
     RemoteConfigClient::shared().remoteConfig()->fetchAndActivateWithCompletionHandler(
         [](FIRRemoteConfigFetchAndActivateStatus, const std::optional<NSError>& error) {
-            print(error ? error->localizedDescription() : "Remote config successfully fetched & activated!");
+            printServiceLine(OutsideService::remoteConfiguration,
+                             error ? error->localizedDescription()
+                                   : "Remote config successfully fetched & activated!");
         });
 }
 

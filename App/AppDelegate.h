@@ -18,6 +18,7 @@ public:
     void setViewAppearCount(long count) { m_viewAppearCount = count; }
 
 private:
+    static void registerPreferences();
     static void fetchRemoteConfig();
     static void prepareSound();
 

@@ -6,11 +6,24 @@
 #include "Platform/Foundation/NSFileManager.h"
 #include "Platform/Foundation/Print.h"
 
+#include <mutex>
 #include <span>
 
 namespace anadrome {
 
 namespace {
+
+std::mutex saveErrorMutex;
+std::optional<NSError> firstSaveError;
+
+void noteSaveError(const std::optional<NSError>& error) {
+    if (!error)
+        return;
+    debugLog(error->description());
+    const std::lock_guard lock(saveErrorMutex);
+    if (!firstSaveError)
+        firstSaveError = error;
+}
 
 URL metadataUrl(const URL& folder, std::int64_t index) {
     return folder.appendingPathComponent("frame_" + std::to_string(index) + "_metadata.json");
@@ -141,17 +154,24 @@ URL VideoFrameManager::framesDirectory() {
 }
 
 void VideoFrameManager::saveFrame(const CVPixelBufferRef& pixelBuffer, std::int64_t index) {
+    if (index == 0) {
+        const std::lock_guard lock(saveErrorMutex);
+        firstSaveError.reset();
+    }
     const URL folder = framesDirectory();
     CVPixelBufferLockBaseAddress(pixelBuffer, kCVPixelBufferLock_ReadOnly);
     const PixelBufferMetadata metadata = metadataOf(pixelBuffer);
     const std::string json = metadata.encoded();
-    if (const auto error = writeData(metadataUrl(folder, index), std::as_bytes(std::span(json))))
-        debugLog(error->description());
+    noteSaveError(writeData(metadataUrl(folder, index), std::as_bytes(std::span(json))));
     const std::vector<std::span<std::byte>> planes = piecesOf(pixelBuffer, metadata);
     const std::vector<std::span<const std::byte>> pieces(planes.begin(), planes.end());
-    if (const auto error = writeData(dataUrl(folder, index), pieces))
-        debugLog(error->description());
+    noteSaveError(writeData(dataUrl(folder, index), pieces));
     CVPixelBufferUnlockBaseAddress(pixelBuffer, kCVPixelBufferLock_ReadOnly);
+}
+
+std::optional<NSError> VideoFrameManager::saveError() {
+    const std::lock_guard lock(saveErrorMutex);
+    return firstSaveError;
 }
 
 CVPixelBufferRef VideoFrameManager::loadFrame(std::int64_t index) {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "Platform/CoreVideo/CVPixelBuffer.h"
+#include "Platform/Foundation/NSError.h"
 #include "Platform/Foundation/URL.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace anadrome {
 
@@ -11,8 +13,8 @@ namespace anadrome {
 /// in memory. A frame is two files in the folder "Frames" of the temporary directory: "frame_" n
 /// "_metadata.json" and "frame_" n ".data" with the planes' bytes one after another, row padding and all.
 ///
-/// Stateless; one thread at a time, and one run at a time, as all runs share the names. Failures aren't
-/// reported: a frame that couldn't be saved is one that can't be loaded.
+/// One thread at a time, and one run at a time, as all runs share the names. No failure stops a run: a frame
+/// that couldn't be saved is one that can't be loaded.
 class VideoFrameManager {
 public:
     /// Made if missing, also when it went away in between.
@@ -20,6 +22,9 @@ public:
 
     /// Replaces a frame of the same index.
     static void saveFrame(const CVPixelBufferRef& pixelBuffer, std::int64_t index);
+
+    /// Why a frame couldn't be saved, the first of those since frame 0; nothing if all could. Any thread.
+    static std::optional<NSError> saveError();
 
     /// A new buffer; null if the frame isn't there whole. A data file shorter than its metadata says is
     /// fatal.

@@ -1,6 +1,7 @@
 #include "Terminal/ReverseCommand.h"
 
 #include "Models/VideoEncoder.h"
+#include "Models/VideoFrameManager.h"
 #include "Platform/Dispatch/DispatchQueue.h"
 #include "Platform/Foundation/TemporaryDirectory.h"
 #include "Platform/UIKit/UIWindow.h"
@@ -62,9 +63,11 @@ std::optional<std::string> ReverseCommand::check(std::int64_t frames) const {
     const std::int64_t written = track ? track->sampleCount() : 0;
     if (written == frames)
         return std::nullopt;
-    return "Only " + std::to_string(written) + " of " + std::to_string(frames) +
-           " frames could be kept: the temporary files found no room in " +
-           TemporaryDirectory::current().path();
+    const std::string count = std::to_string(written) + " of " + std::to_string(frames) + " frames";
+    if (const std::optional<NSError> error = VideoFrameManager::saveError())
+        return "Only " + count + " could be kept in " + TemporaryDirectory::current().path() + ": " +
+               error->localizedDescription();
+    return "The movie has " + count;
 }
 
 } // namespace anadrome::terminal

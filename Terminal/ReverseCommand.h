@@ -24,7 +24,7 @@ private:
 
     void runEngine();
     void finished(bool success, std::optional<std::string> message);
-    /// Counts what was written: frames that found no room on the disk are missing from the movie.
+    /// Counts what was written: frames that could not be saved are missing from the movie.
     std::optional<std::string> check(std::int64_t frames) const;
 
     const AVFileType m_fileType;

@@ -16,7 +16,7 @@ QUrl addressOf(const URL& file) {
 }
 
 bool isTemporary(const URL& file) {
-    return file.path().starts_with(TemporaryDirectory::current().path() + '/');
+    return TemporaryDirectory::contains(file);
 }
 
 } // namespace anadrome::desktop

@@ -19,7 +19,7 @@ std::string displayName(const URL& movie) {
 
 URL sharedFile(const URL& movie) {
     const fs::path original = movie.path();
-    const fs::path folder = fs::path(TemporaryDirectory::current().path()) / "Shared" / original.stem();
+    const fs::path folder = fs::path(TemporaryDirectory::shared().path()) / original.stem();
     const fs::path link = folder / displayName(movie);
     std::error_code failure;
     fs::create_directories(folder, failure);

@@ -8,7 +8,8 @@ namespace anadrome::desktop {
 std::string displayName(const URL& movie);
 
 /// The movie for other programs, under its display name. It stays as long as the program runs, also when the
-/// movie itself is removed. The movie itself where a file can't have two names.
+/// movie itself is removed, as by a sweep of the work files. The movie itself where a file can't have two
+/// names.
 URL sharedFile(const URL& movie);
 
 } // namespace anadrome::desktop

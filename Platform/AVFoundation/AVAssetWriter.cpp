@@ -14,8 +14,8 @@ namespace anadrome {
 
 namespace {
 
-// The encoder's smallest coding block.
-constexpr double smallestSide = 15.5;
+// What rounds to a pixel.
+constexpr double smallestSide = 0.5;
 
 bool isAtLeast(double least, const Dictionary& settings, const char* key) {
     return findNumber(settings, key).value_or(0) >= least;

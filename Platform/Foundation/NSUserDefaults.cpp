@@ -14,6 +14,12 @@ namespace anadrome {
 /// The values and their file. A store that waits for its turn keeps the domain alive.
 class NSUserDefaults::Domain : public std::enable_shared_from_this<Domain> {
 public:
+    /// Both ends count.
+    struct Range {
+        std::int64_t first;
+        std::int64_t last;
+    };
+
     explicit Domain(std::optional<PreferencesFile> file)
         : m_file(std::move(file)), m_stored(m_file ? m_file->read() : Dictionary()) {}
 
@@ -37,6 +43,12 @@ public:
         std::lock_guard lock(m_mutex);
         for (const auto& [key, value] : defaults)
             m_registered.insert_or_assign(key, value);
+    }
+
+    void limitStored(const std::string& key, Range range) {
+        std::lock_guard lock(m_mutex);
+        m_ranges.insert_or_assign(key, range);
+        dropUnlessInRange(m_stored, key, range);
     }
 
     bool store() {
@@ -67,9 +79,19 @@ private:
         return m_file ? m_changes : PreferenceChanges();
     }
 
+    static void dropUnlessInRange(Dictionary& content, const std::string& key, Range range) {
+        const Value* value = find(content, key);
+        const auto number = value ? value->asInteger() : std::nullopt;
+        if (value && !(number && *number >= range.first && *number <= range.last))
+            content.erase(key);
+    }
+
     /// A key that was set again meanwhile stays to be stored.
     void adopt(Dictionary content, const PreferenceChanges& changes) {
         std::lock_guard lock(m_mutex);
+        for (const auto& [key, range] : m_ranges)
+            if (!changes.contains(key))
+                dropUnlessInRange(content, key, range);
         m_stored = std::move(content);
         std::erase_if(m_changes, [&](const auto& change) {
             const auto stored = changes.find(change.first);
@@ -87,6 +109,7 @@ private:
     /// What isn't stored yet; all that was set, if there is no file.
     PreferenceChanges m_changes;
     Dictionary m_registered;
+    std::map<std::string, Range> m_ranges;
     bool m_isStoreScheduled = false;
     const DispatchQueue m_storeQueue = DispatchQueue::serial("preferences");
 };
@@ -153,6 +176,10 @@ void NSUserDefaults::removeObjectForKey(const std::string& key) {
 
 void NSUserDefaults::registerDefaults(const Dictionary& defaults) {
     m_domain->addDefaults(defaults);
+}
+
+void NSUserDefaults::limitStoredInteger(const std::string& key, std::int64_t first, std::int64_t last) {
+    m_domain->limitStored(key, {first, last});
 }
 
 bool NSUserDefaults::synchronize() {

@@ -49,6 +49,10 @@ public:
     /// are never stored: every start of the program registers them anew.
     void registerDefaults(const Dictionary& defaults);
 
+    /// From now on a stored value that is no whole number from `first` to `last` counts as absent, now and
+    /// whenever the file is read again: anybody may edit it. What this process sets isn't checked.
+    void limitStoredInteger(const std::string& key, std::int64_t first, std::int64_t last);
+
     /// Stores what has been set and returns when the file is replaced. False if that failed.
     bool synchronize();
 

@@ -19,7 +19,9 @@ namespace anadrome {
 namespace {
 
 struct ProcessFolder {
-    URL url;
+    std::string path;
+    URL work;
+    URL shared;
     /// Empty once the folder is removed.
     FileDescriptor lock;
 };
@@ -69,11 +71,14 @@ std::optional<ProcessFolder> makeFolderIn(const std::string& base) {
     FileDescriptor lock = openLocked(lockPathOf(folder), O_CREAT | O_EXCL, false);
     if (!lock)
         return std::nullopt;
-    if (::mkdir(folder.c_str(), 0700) != 0) {
-        ::unlink(lockPathOf(folder).c_str());
-        return std::nullopt;
-    }
-    return ProcessFolder{URL::fileURLWithPath(folder), std::move(lock)};
+    const std::string work = folder + "/Work";
+    const std::string shared = folder + "/Shared";
+    for (const std::string& path : {folder, work, shared})
+        if (::mkdir(path.c_str(), 0700) != 0) {
+            sweepFolder(folder);
+            return std::nullopt;
+        }
+    return ProcessFolder{folder, URL::fileURLWithPath(work), URL::fileURLWithPath(shared), std::move(lock)};
 }
 
 ProcessFolder makeFolder() {
@@ -88,20 +93,32 @@ ProcessFolder makeFolder() {
     fatalError("No folder for temporary files can be made, neither in the user's cache nor in /var/tmp.");
 }
 
-} // namespace
-
-const URL& TemporaryDirectory::current() {
+const ProcessFolder& processFolder() {
     std::lock_guard lock(state().mutex);
     if (!state().folder)
         state().folder = makeFolder();
-    return state().folder->url;
+    return *state().folder;
+}
+
+} // namespace
+
+const URL& TemporaryDirectory::current() {
+    return processFolder().work;
+}
+
+const URL& TemporaryDirectory::shared() {
+    return processFolder().shared;
+}
+
+bool TemporaryDirectory::contains(const URL& file) {
+    return file.path().starts_with(processFolder().path + '/');
 }
 
 void TemporaryDirectory::remove() {
     std::lock_guard lock(state().mutex);
     if (!state().folder || !state().folder->lock)
         return;
-    sweepFolder(state().folder->url.path());
+    sweepFolder(state().folder->path);
     state().folder->lock = {};
 }
 
@@ -110,7 +127,7 @@ void TemporaryDirectory::removeByExec(int exitCode, const std::vector<URL>& also
     {
         std::lock_guard lock(state().mutex);
         if (state().folder && state().folder->lock)
-            order.folder = state().folder->url.path();
+            order.folder = state().folder->path;
     }
     for (const URL& url : alsoRemove)
         order.files.push_back(url.path());

@@ -6,7 +6,8 @@
 
 namespace anadrome {
 
-/// The folder of this process for files that must not outlive it.
+/// The folder of this process for files that must not outlive it. Two folders in it, on one file system and
+/// with mode 0700, keep apart what lives for a job and what lives as long as the process.
 ///
 /// It lies in "anadrome" under the user's cache folder ($XDG_CACHE_HOME, else ~/.cache), or under /var/tmp
 /// when the cache folder is a RAM file system or can't be written: raw frames would fill the memory that they
@@ -14,13 +15,20 @@ namespace anadrome {
 /// belongs to a dead process and is removed when the next one starts. Sweeps don't follow links.
 class TemporaryDirectory {
 public:
-    /// Makes the folder at the first call, after sweeping those of dead processes. Thread-safe.
-    /// A folder that can't be made is a fatal error: no work is possible without one.
+    /// For work files, which the program may sweep at any time. All three make the folder at the first call,
+    /// after sweeping those of dead processes. Thread-safe. A folder that can't be made is a fatal error: no
+    /// work is possible without one.
     static const URL& current();
+
+    /// For files that are handed to other programs: sweeps of the work files leave them alone.
+    static const URL& shared();
+
+    /// Whether a file is in either.
+    static bool contains(const URL& file);
 
     /// Removes the folder with all in it and lets the lock go. For the end of the program: no other thread
     /// may use the folder any more, and current() names it still but doesn't bring it back. Does nothing if
-    /// current() was never called, or the second time.
+    /// there was no first call, or the second time.
     static void remove();
 
     /// Replaces this process by a fresh run of the same program that only removes the folder, and the plain

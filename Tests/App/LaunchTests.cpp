@@ -1,3 +1,4 @@
+#include "Ads/AppOpenAdManager.h"
 #include "Platform/AVFoundation/AVAudioSession.h"
 #include "Platform/Services/Ads/ALPrivacySettings.h"
 #include "Tests/App/LaunchTest.h"
@@ -26,16 +27,43 @@ TEST_F(LaunchTest, BringsUpItsServicesThenTheTitleScreenAndCountsActivations) {
     }
 }
 
-TEST_F(LaunchTest, WithoutAnyServerCostsALineForEachService) {
-    launch();
-    m_scene->moveTo(UISceneActivationState::foregroundActive);
-    EXPECT_EQ(m_host.lines(), Story{"App open ad is not ready yet."}) << "nothing is waited for";
-    const std::string last = "App open ad failed to load with error: No ad server is configured..";
-    EXPECT_TRUE(waitUntil([&] { return m_host.lines().back() == last; }));
-    EXPECT_EQ(m_host.lines(),
-              (Story{"App open ad is not ready yet.", "No remote configuration server is configured.",
-                     "Error: No consent server is configured.", "Start loading app open ad.", last}));
-    EXPECT_TRUE(m_host.story().empty()) << "the user sees nothing of it";
+namespace {
+
+class ServiceLinesTest : public LaunchTest {
+protected:
+    void start() {
+        launch();
+        m_scene->moveTo(UISceneActivationState::foregroundActive);
+        // The app-open ad comes last: after the remote values, and after consent.
+        const AppOpenAdManager& ads = AppOpenAdManager::shared();
+        EXPECT_TRUE(waitUntil([&] { return ads.hasStartCompleted() && !ads.isLoadingAd(); }));
+        EXPECT_TRUE(m_host.story().empty()) << "the user sees nothing of it";
+    }
+};
+
+} // namespace
+
+TEST_F(ServiceLinesTest, ThereAreNoneWhereNoServiceIsDeployed) {
+    start();
+    EXPECT_EQ(m_host.lines(), Story());
+}
+
+TEST_F(ServiceLinesTest, EachDeployedServiceThatCannotBeReachedHasItsOwn) {
+    constexpr const char* nobody = "http://127.0.0.1:1/";
+    Deployment values;
+    values.adEndpoint = values.consentEndpoint = values.remoteConfigEndpoint = nobody;
+    values.appOpenAdUnitID = "app-open";
+    Deployment::setCurrent(values);
+    start();
+    const Story lines = m_host.lines();
+    ASSERT_EQ(lines.size(), 5U);
+    EXPECT_EQ(lines[0], "App open ad is not ready yet.");
+    const auto isPrinted = [&](const std::string& start) {
+        return std::ranges::any_of(lines, [&](const auto& line) { return line.starts_with(start); });
+    };
+    EXPECT_TRUE(isPrinted("Error: "));
+    EXPECT_TRUE(isPrinted("Start loading app open ad."));
+    EXPECT_TRUE(isPrinted("App open ad failed to load with error: "));
 }
 
 } // namespace anadrome

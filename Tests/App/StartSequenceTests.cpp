@@ -65,6 +65,8 @@ TEST_P(StartSequenceTest, TheAdsFollowTheConsent) {
     const RawServer server({row.answer ? httpAnswer("200 OK", "", row.answer) : ""});
     Deployment values;
     values.consentEndpoint = server.address();
+    // Nobody is there, but the start is told.
+    values.adEndpoint = "http://127.0.0.1:1/";
     Deployment::setCurrent(values);
     launch();
     if (row.way == Way::coverTheScreen)

@@ -152,6 +152,15 @@ TEST_F(ChangeSpeedTest, SizesFitThePresetAndAreNeverEnlarged) {
     }
 }
 
+TEST_F(ChangeSpeedTest, TheSmallestPicturesKeepTheirSize) {
+    const std::string source =
+        clip("tiny.mp4", {.width = 10, .height = 12, .frames = 6, .pixelFormat = "yuv444p"});
+    const VideoFacts video = readMovie(changeSpeed(source, 1)->path).video.at(0);
+    EXPECT_EQ(std::pair(video.width, video.height), std::pair(10, 12));
+    EXPECT_EQ(video.frames.size(), 6U);
+    EXPECT_EQ(video.decodeErrors, 0);
+}
+
 TEST_F(ChangeSpeedTest, ProgressRisesToOneAndThenTheCompletionComesOnce) {
     const std::string source = clip("long.mp4", {.width = 320, .height = 240, .frames = 40});
     // A long export is polled while it runs; a short one may end before the timer begins.

@@ -2,6 +2,7 @@
 #include "Models/VideoFileManager.h"
 #include "Models/VideoFrameManager.h"
 #include "Platform/Foundation/NSFileManager.h"
+#include "Tests/Support/FileSizeLimit.h"
 
 #include <filesystem>
 #include <fstream>
@@ -130,6 +131,24 @@ TEST_F(FrameStoreTest, WhatIsNotThereWholeGivesNothing) {
         std::ofstream(frameFile("frame_1_metadata.json")) << text;
         EXPECT_FALSE(VideoFrameManager::loadFrame(1)) << text;
     }
+}
+
+TEST_F(FrameStoreTest, TheFirstReasonForAMissingFrameIsKeptUntilTheNextRun) {
+    const CVPixelBufferRef frame = countingBuffer(64, 48, kCVPixelFormatType_420YpCbCr8BiPlanarVideoRange);
+    VideoFrameManager::saveFrame(frame, 0);
+    EXPECT_FALSE(VideoFrameManager::saveError());
+    {
+        const testing_support::FileSizeLimit full(2000);
+        VideoFrameManager::saveFrame(frame, 1);
+    }
+    VideoFrameManager::saveFrame(frame, 2);
+    const std::optional<NSError> error = VideoFrameManager::saveError();
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->code(), NSFileWriteOutOfSpaceError) << error->description();
+    EXPECT_FALSE(VideoFrameManager::loadFrame(1));
+    EXPECT_TRUE(VideoFrameManager::loadFrame(2));
+    VideoFrameManager::saveFrame(frame, 0);
+    EXPECT_FALSE(VideoFrameManager::saveError()) << "another run has begun";
 }
 
 TEST_F(FrameStoreTest, DataShorterThanItsMetadataIsFatal) {

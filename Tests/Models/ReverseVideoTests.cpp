@@ -3,6 +3,8 @@
 #include "Models/VideoFrameManager.h"
 #include "Platform/Foundation/NSProcessInfo.h"
 #include "Tests/Support/ClipTest.h"
+#include "Tests/Support/LumaPicture.h"
+#include "Tests/Support/MovieBoxes.h"
 #include "Tests/Support/MovieReader.h"
 #include "Tests/Support/ToneTrack.h"
 
@@ -110,6 +112,52 @@ TEST_F(ReverseVideoTest, EveryFrameStandsAtTheMirroredPlaceAndTime) {
         EXPECT_FALSE(outcome.message);
         expectReversed(source, outcome.path);
         EXPECT_TRUE(std::filesystem::is_empty(VideoFrameManager::framesDirectory().path()));
+    }
+}
+
+TEST_F(ReverseVideoTest, WhatTheEditsLeaveOutIsNotReversed) {
+    ClipOptions fragments{.frames = 68, .videoCodec = "libx265", .gop = 30, .bFrames = 2, .fragmented = true};
+    const std::string source = clip("fragments.mov", fragments);
+    setEdits(source, {{.seconds = 0, .mediaSeconds = 10 / 30.0}});
+    const Outcome outcome = reverse(source);
+    ASSERT_TRUE(outcome.success) << outcome.message.value_or("");
+    const VideoFacts video = readMovie(outcome.path).video.at(0);
+    ASSERT_EQ(video.frames.size(), 58U);
+    EXPECT_EQ(video.frameCount, 58);
+    for (std::size_t i = 0; i < video.frames.size(); ++i) {
+        EXPECT_EQ(video.frames[i].number, 67 - static_cast<int>(i));
+        EXPECT_NEAR(video.frames[i].seconds, static_cast<double>(i) / 30, 1e-3) << i;
+    }
+}
+
+TEST_F(ReverseVideoTest, PicturesTooSmallForTheEncoderKeepTheirSizeAndLook) {
+    const ClipOptions rows[] = {
+        {.width = 10, .height = 12, .frames = 8, .pixelFormat = "yuv444p", .quality = 5},
+        {.width = 6, .height = 8, .frames = 8, .quality = 5},
+        {.width = 14, .height = 40, .frames = 8, .quality = 5},
+        {.width = 96, .height = 8, .frames = 8, .quality = 5},
+        {.width = 12,
+         .height = 10,
+         .frames = 8,
+         .videoCodec = "ffv1",
+         .pixelFormat = "yuv420p10le",
+         .colour = ColourPreset::Hlg},
+    };
+    for (const ClipOptions& options : rows) {
+        SCOPED_TRACE(std::to_string(options.width) + "x" + std::to_string(options.height));
+        const std::string source = clip("tiny.mkv", options);
+        const Outcome outcome = reverse(source, AVFileTypeMPEG4);
+        ASSERT_TRUE(outcome.success) << outcome.message.value_or("");
+        expectReversed(source, outcome.path);
+        const VideoFacts video = readMovieHeaders(outcome.path).video.at(0);
+        EXPECT_EQ(std::pair(video.width, video.height), std::pair(options.width, options.height));
+        const std::vector<LumaPicture> in = lumaPictures(source);
+        const std::vector<LumaPicture> out = lumaPictures(outcome.path);
+        ASSERT_EQ(out.size(), in.size());
+        EXPECT_GT(meanDifference(in.front(), in.back()), 8) << "they can be told apart";
+        for (std::size_t i = 0; i < out.size(); ++i)
+            EXPECT_LT(meanDifference(out[i], in[in.size() - 1 - i]), 6) << i;
+        std::filesystem::remove(source);
     }
 }
 

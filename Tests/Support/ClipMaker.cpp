@@ -35,7 +35,9 @@ void writeHeader(AVFormatContext& file, const ClipOptions& options) {
         av_dict_set(&file.metadata, key.c_str(), value.c_str(), 0);
     std::string flags = options.colour == ColourPreset::Untagged ? "-write_colr" : "+write_colr";
     if (options.fragmented)
-        flags += "+frag_keyframe+delay_moov";
+        flags += "+frag_keyframe+delay_moov+default_base_moof";
+    if (options.negativeOffsets)
+        flags += "+negative_cts_offsets";
     if (options.keyedMetadata)
         flags += "+use_metadata_tags";
     OptionList extras;

@@ -54,7 +54,9 @@ struct ClipOptions {
     bool unknownFirstSound = false; ///< mov and mp4: the first sound track claims a codec nobody knows
 
     bool fragmented = false;
-    bool keyedMetadata = false; ///< mov and mp4: any key may be written, in the keyed form
+    bool negativeOffsets = false; ///< mov and mp4: composition offsets are signed, and the first decode time
+                                  ///< is that of the first picture
+    bool keyedMetadata = false;   ///< mov and mp4: any key may be written, in the keyed form
     std::map<std::string, std::string> metadata = {};
 };
 

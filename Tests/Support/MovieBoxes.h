@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,5 +17,17 @@ void makeFirstSoundUnknown(const std::string& path);
 /// letters behind the copyright sign, the language has three letters too.
 void addUserData(const std::string& path, const std::string& name, const std::string& text,
                  const std::string& language = "und");
+
+/// A stretch of a track's timeline, as an editor writes it that cuts without encoding.
+struct MovieEdit {
+    double seconds = 0;
+    /// Where in the media it begins, counted from the first picture or sample; nothing for an empty edit.
+    std::optional<double> mediaSeconds = {};
+    double rate = 1;
+};
+
+/// Gives the first track of pictures of a mov or mp4 file these edits instead of its own. The index must
+/// stand last, or the file must be fragmented.
+void setEdits(const std::string& path, const std::vector<MovieEdit>& edits);
 
 } // namespace anadrome::testing_support

@@ -47,7 +47,8 @@ protected:
 
 TEST_F(EditControlsTest, OpensOnTheReversedClipAloneWithWhatIsStored) {
     preferences().setBool(true, "isSaveExifKey");
-    preferences().setInteger(1, "fileTypeIndexKey");
+    // Any value other than 0 means MPEG-4.
+    preferences().setInteger(7, "fileTypeIndexKey");
     const auto edit = open();
     EXPECT_EQ(text("outputTypeValueLabel"), NSLocalizedString("OutputReverseOnly"));
     EXPECT_EQ(text("reverseSpeedValueLabel"), "1.0x");

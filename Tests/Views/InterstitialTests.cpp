@@ -44,6 +44,7 @@ TEST_F(InterstitialTest, AnAdThatHasNotComeIsNotWaitedForAndServesTheNextMovie) 
     EXPECT_EQ(m_ads->asked.size(), 1U) << "asked for as the screen opens";
     makeMovie();
     EXPECT_EQ(m_host.story(), (Story{"pie", "no hud", "event ad_not_ready_compress", "push Preview"}));
+    EXPECT_EQ(m_host.lines(), Story{"Ad wasn't ready"});
     giveAd("late");
     m_stack->popViewControllerAnimated(false);
     makeMovie();

@@ -3,6 +3,7 @@
 #include "Platform/StoreKit/SKStoreProductViewController.h"
 #include "Platform/UIKit/UIActivityViewController.h"
 #include "Platform/UniformTypeIdentifiers/UTType.h"
+#include "Tests/Support/FileSizeLimit.h"
 #include "Tests/Views/ScreenTest.h"
 #include "Views/Title/TitleViewController.h"
 
@@ -140,6 +141,26 @@ TEST_F(TitleScreenTest, SaysWhyAMovieOfTheLibraryCannotBeRead) {
     EXPECT_TRUE(waitUntil([&] { return dialog() != nullptr; }));
     EXPECT_EQ(m_host.story().back(), "dialog “gone.mp4” couldn’t be read: No such file or directory.");
     EXPECT_EQ(clipOfEditScreen(), URL());
+}
+
+TEST_F(TitleScreenTest, SaysWhyAMovieCannotBeCopiedAndOpensNothing) {
+    const std::string message =
+        "dialog " + NSLocalizedString("The clip couldn’t be copied: %1.", {"File too large"});
+    const testing_support::FileSizeLimit fullDisk(16);
+    tap("cameraButton");
+    const auto camera = presented<UIImagePickerController>();
+    camera->finishPicking(url(m_clip));
+    EXPECT_TRUE(waitFor(message));
+    EXPECT_TRUE(camera->presentingViewController()) << "the recording isn't lost";
+    std::dynamic_pointer_cast<UIAlertController>(camera->presentedViewController())->chooseAction(0);
+    camera->cancel();
+    m_host.clear();
+    tap("libraryButton");
+    presented<PHPickerViewController>()->finish({url(m_clip)});
+    EXPECT_TRUE(waitFor(message));
+    settle();
+    EXPECT_EQ(clipOfEditScreen(), URL());
+    EXPECT_EQ(workFiles(), 0U);
 }
 
 TEST_F(TitleScreenTest, UsesTheFirstOfThePickedFilesWhereItLies) {

@@ -1,8 +1,8 @@
 // The ad between a finished movie and the Preview screen.
 
-#include "Platform/Foundation/Print.h"
 #include "Platform/Services/Deployment.h"
 #include "Platform/Services/Measuring/FIRAnalytics.h"
+#include "Platform/Services/ServiceLines.h"
 #include "Views/Edit/EditViewController.h"
 
 namespace anadrome {
@@ -13,7 +13,7 @@ void EditViewController::loadInterstitial() {
         [self = self()](std::shared_ptr<GADInterstitialAd> ad, const std::optional<NSError>& error) {
             if (error) {
                 // What was held before stays, even if it has been shown.
-                print(error->localizedDescription());
+                printServiceLine(OutsideService::ads, error->localizedDescription());
                 return;
             }
             self->m_interstitial = std::move(ad);
@@ -27,7 +27,7 @@ bool EditViewController::presentInterstitial() {
         m_interstitial->presentFromRootViewController(*this);
         return true;
     }
-    print("Ad wasn't ready");
+    printServiceLine(OutsideService::ads, "Ad wasn't ready");
     FIRAnalytics::logEventWithName("ad_not_ready_compress");
     return false;
 }

@@ -12,6 +12,8 @@
 namespace anadrome {
 
 void EditViewController::createVideo() {
+    if (!hasRoomForFrames())
+        return;
     m_player->pause();
     ViewHelper::showProgressHud("", view());
     m_job = MovieJob::make(chosenRecipe(), *m_inputUrl);

@@ -90,7 +90,9 @@ void EditViewController::setupViews() {
     for (const auto state : {UIControlState::normal, UIControlState::highlighted})
         m_videoSeekBar.lock()->setThumbImage(UIImage::systemImageNamed("circle.fill"), state);
     setNormalSpeedControlsEnabled(false);
-    m_fileTypeSegmentedControl.lock()->setSelectedSegmentIndex(preferences.integerForKey("fileTypeIndexKey"));
+    // Any value but 0 means MPEG-4, also one that no segment has.
+    m_fileTypeSegmentedControl.lock()->setSelectedSegmentIndex(
+        preferences.integerForKey("fileTypeIndexKey") == 0 ? 0 : 1);
     m_playerView.lock()->addGestureRecognizer(std::make_shared<UITapGestureRecognizer>([weak = weakSelf()] {
         if (const auto self = weak.lock())
             self->playerTap();

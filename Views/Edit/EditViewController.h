@@ -93,6 +93,10 @@ private:
     void showPlayIcon();
     void playerDidFinishPlayingWithNote(const NSNotification& note);
 
+    // Disk space (EditViewController+Space.cpp)
+    /// False, with a dialog that says why, if the disk can't hold the clip's raw frames.
+    bool hasRoomForFrames();
+
     // The movie (EditViewController+Job.cpp)
     void createVideo();
     void jobBeganStage(const MovieJob& job, MovieJob::Stage stage) override;

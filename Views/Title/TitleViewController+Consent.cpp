@@ -2,14 +2,22 @@
 
 #include "Ads/AppOpenAdManager.h"
 #include "Platform/Dispatch/DispatchQueue.h"
-#include "Platform/Foundation/Print.h"
 #include "Platform/Services/Ads/GADMobileAds.h"
 #include "Platform/Services/Consent/UMPConsentForm.h"
 #include "Platform/Services/Consent/UMPConsentInformation.h"
 #include "Platform/Services/Deployment.h"
+#include "Platform/Services/ServiceLines.h"
 #include "Views/Title/TitleViewController.h"
 
 namespace anadrome {
+
+namespace {
+
+void printError(const NSError& error) {
+    printServiceLine(OutsideService::consent, "Error: " + error.localizedDescription());
+}
+
+} // namespace
 
 void TitleViewController::gatherConsent() {
     UMPRequestParameters parameters;
@@ -28,7 +36,7 @@ void TitleViewController::gatherConsent() {
 void TitleViewController::consentUpdated(const std::optional<NSError>& error) {
     if (error) {
         scheduleMobileAdsStart();
-        print("Error: " + error->localizedDescription());
+        printError(*error);
         return;
     }
     UMPConsentForm::loadAndPresentIfRequiredFromViewController(
@@ -41,7 +49,7 @@ void TitleViewController::consentUpdated(const std::optional<NSError>& error) {
 void TitleViewController::consentFormFinished(const std::optional<NSError>& error) {
     if (error) {
         scheduleMobileAdsStart();
-        print("Error: " + error->localizedDescription());
+        printError(*error);
         return;
     }
     if (UMPConsentInformation::sharedInstance().canRequestAds())

@@ -34,9 +34,14 @@ void TitleViewController::didFinishPickingMediaWithInfo(UIImagePickerController&
         ViewHelper::showError(picker.shared_from_this(), NSLocalizedString("FailedToAccessAvasset"));
         return;
     }
-    const URL copy = copyToWorkFolder(movie->second);
+    const Result<URL> copy = copyToWorkFolder(movie->second);
+    if (!copy) {
+        // Over the picker again: the recording is nowhere else, and the user may make room for it.
+        ViewHelper::showError(picker.shared_from_this(), copy.error().localizedDescription());
+        return;
+    }
     picker.dismissViewControllerAnimated(true);
-    openEditScreen(copy);
+    openEditScreen(*copy);
 }
 
 void TitleViewController::imagePickerControllerDidCancel(UIImagePickerController& picker) {
@@ -74,7 +79,10 @@ void TitleViewController::takePickedMovie(const std::optional<URL>& movie,
         ViewHelper::showError(self(), error->localizedDescription());
     if (!movie)
         return;
-    DispatchQueue::main().async([weak = weakSelf(), copy = copyToWorkFolder(*movie)] {
+    const Result<URL> copy = copyToWorkFolder(*movie);
+    if (!copy)
+        return ViewHelper::showError(self(), copy.error().localizedDescription());
+    DispatchQueue::main().async([weak = weakSelf(), copy = *copy] {
         if (const auto self = weak.lock())
             self->openEditScreen(copy);
     });
@@ -95,11 +103,16 @@ void TitleViewController::didPickDocumentsAtURLs(UIDocumentPickerViewController&
         openEditScreen(urls.front());
 }
 
-URL TitleViewController::copyToWorkFolder(const URL& source) {
+Result<URL> TitleViewController::copyToWorkFolder(const URL& source) {
     const URL copy = VideoFileManager::videosDirectory().appendingPathComponent(
         NSProcessInfo::processInfo().globallyUniqueString() + "." + source.pathExtension());
-    if (const auto error = NSFileManager::defaultManager().copyItemAtURL(source, copy))
-        fatalError("A picked movie can't be copied: " + error->localizedDescription());
+    if (const auto error = NSFileManager::defaultManager().copyItemAtURL(source, copy)) {
+        // The error's own sentence may name the work file, which means nothing to the user.
+        const NSError& cause = error->underlying() ? *error->underlying() : *error;
+        return NSError(error->domain(), error->code(),
+                       NSLocalizedString("The clip couldn’t be copied: %1.", {cause.localizedDescription()}),
+                       cause);
+    }
     return copy;
 }
 

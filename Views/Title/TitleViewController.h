@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Result.h"
 #include "Platform/PhotosUI/PHPickerViewController.h"
 #include "Platform/UIKit/UIDocumentPickerViewController.h"
 #include "Platform/UIKit/UIImagePickerController.h"
@@ -42,7 +43,8 @@ private:
     void libraryTap();
     void iCloudTap();
     void takePickedMovie(const std::optional<URL>& movie, const std::optional<NSError>& error);
-    static URL copyToWorkFolder(const URL& source);
+    /// The copy, or an error with a sentence for the user.
+    static Result<URL> copyToWorkFolder(const URL& source);
     void openEditScreen(const URL& url);
 
     void infoButtonTapped();

@@ -5,6 +5,11 @@
 #include <algorithm>
 #include <thread>
 
+extern "C" {
+#include <libavutil/common.h>
+#include <libavutil/samplefmt.h>
+}
+
 namespace anadrome::libav {
 
 namespace {
@@ -12,6 +17,29 @@ namespace {
 /// As many as there are processors; more than 16 only cost memory.
 int decodingThreads() {
     return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, 16);
+}
+
+/// A sound decoder in the middle of a track is right only after some frames; the longest memory is MP3's.
+constexpr CMTime soundLeadIn{1, 4, kCMTimeFlags_Valid, 0};
+
+bool isBehind(const AVFrame& frame, const Edit& edit) {
+    return !edit.isHeld() && frame.best_effort_timestamp != AV_NOPTS_VALUE &&
+           frame.best_effort_timestamp >= edit.mediaEnd();
+}
+
+/// Drops the samples of every channel that lie outside. False if none is left.
+bool keepSamples(AVFrame& frame, std::int64_t begin, std::int64_t end) {
+    if (begin >= end)
+        return false;
+    const auto format = static_cast<AVSampleFormat>(frame.format);
+    if (begin > 0) {
+        if (av_frame_make_writable(&frame) < 0)
+            throw std::bad_alloc();
+        av_samples_copy(frame.extended_data, frame.extended_data, 0, static_cast<int>(begin),
+                        static_cast<int>(end - begin), frame.ch_layout.nb_channels, format);
+    }
+    frame.nb_samples = static_cast<int>(end - begin);
+    return true;
 }
 
 /// Whether the picture needs others that come before the key frame where decoding began.
@@ -60,6 +88,28 @@ Decoder::Decoder(InputFile file, URL url, int streamIndex, Owned<AVCodecContext>
       m_packet(makePacket()) {}
 
 bool Decoder::next(AVFrame* frame) {
+    if (edits().empty())
+        return nextOfMedia(frame);
+    while (m_edit < edits().size()) {
+        const Edit& edit = edits()[m_edit];
+        if (!m_isInEdit && !enterEdit())
+            continue;
+        const bool decoded = nextOfMedia(frame);
+        if (m_error)
+            return false;
+        if (!decoded || isBehind(*frame, edit)) {
+            av_frame_unref(frame);
+            leaveEdit();
+        } else if (fitToEdit(*frame, edit)) {
+            if (edit.isHeld())
+                leaveEdit();
+            return true;
+        }
+    }
+    return false;
+}
+
+bool Decoder::nextOfMedia(AVFrame* frame) {
     // Damaged frames are skipped; a decoder that has been told the end and only fails has no more to give.
     for (int failures = 0; failures < 100;) {
         const int received = avcodec_receive_frame(m_codec.get(), frame);
@@ -102,7 +152,71 @@ void Decoder::feed() {
     avcodec_send_packet(m_codec.get(), nullptr);
 }
 
+bool Decoder::enterEdit() {
+    const std::size_t index = m_edit;
+    const Edit& edit = edits()[index];
+    if (edit.isEmpty() || (edit.isHeld() && isSound()))
+        return leaveEdit();
+    const Result<CMTime> key = seekMedia(timeFrom(edit.mediaStart, timeBase()));
+    // Going there may have begun the file anew.
+    m_edit = key ? index : edits().size();
+    m_isInEdit = static_cast<bool>(key);
+    if (!key)
+        m_error = key.error();
+    return m_isInEdit;
+}
+
+bool Decoder::leaveEdit() {
+    ++m_edit;
+    return m_isInEdit = false;
+}
+
+bool Decoder::fitToEdit(AVFrame& frame, const Edit& edit) const {
+    std::int64_t begin = frame.best_effort_timestamp;
+    if (begin == AV_NOPTS_VALUE || (begin < edit.mediaStart && !isSound()))
+        return false;
+    if (isSound()) {
+        const AVRational sample{1, frame.sample_rate};
+        const std::int64_t behind = av_rescale_q(av_sat_sub64(edit.mediaEnd(), begin), timeBase(), sample);
+        const std::int64_t before =
+            av_rescale_q(std::max<std::int64_t>(av_sat_sub64(edit.mediaStart, begin), 0), timeBase(), sample);
+        if (!keepSamples(frame, before, std::min<std::int64_t>(behind, frame.nb_samples)))
+            return false;
+        // At another rate it is heard as a tape that runs faster or slower.
+        if (edit.duration != edit.mediaDuration)
+            frame.sample_rate = static_cast<int>(std::clamp<std::int64_t>(
+                av_rescale(frame.sample_rate, edit.mediaDuration, edit.duration), 1, 768'000));
+        begin = std::max(begin, edit.mediaStart);
+    }
+    frame.pts = frame.best_effort_timestamp = edit.shownAt(begin);
+    return true;
+}
+
 Result<CMTime> Decoder::seek(const CMTime& time) {
+    if (edits().empty())
+        return seekMedia(time);
+    // A time between two ticks is that of what the first of them shows.
+    const std::int64_t ticks = av_rescale_q_rnd(time.value, {1, time.timescale}, timeBase(), AV_ROUND_DOWN);
+    std::size_t index = 0;
+    for (std::size_t i = 1; i < edits().size(); ++i)
+        if (!edits()[i].isEmpty() && (edits()[index].isEmpty() || edits()[i].start <= ticks))
+            index = i;
+    const Edit edit = edits()[index];
+    if (edit.isEmpty())
+        return kCMTimeInvalid;
+    const Result<CMTime> key = seekMedia(timeFrom(edit.mediaAt(ticks), timeBase()));
+    if (!key)
+        return key;
+    m_edit = index;
+    m_isInEdit = true;
+    if (!CMTIME_IS_NUMERIC(*key))
+        return key;
+    const std::int64_t media = av_rescale_q((*key).value, {1, (*key).timescale}, timeBase());
+    return timeFrom(edit.shownAt(std::max(media, edit.mediaStart)), timeBase());
+}
+
+Result<CMTime> Decoder::seekMedia(const CMTime& place) {
+    const CMTime time = isSound() ? CMTimeSubtract(place, soundLeadIn) : place;
     // An index in coding order may lead to a key frame that is shown later, and a format without one leads
     // anywhere: so further back, until the frame is a right one.
     for (double back = 0;; back = back > 0 ? 2 * back : 0.25) {
@@ -131,8 +245,7 @@ Result<CMTime> Decoder::seek(const CMTime& time) {
 }
 
 std::optional<NSError> Decoder::moveTo(const CMTime& time) {
-    const AVRational timeBase = m_file.stream(m_streamIndex)->time_base;
-    const std::int64_t ticks = av_rescale_q(time.value, {1, time.timescale}, timeBase);
+    const std::int64_t ticks = av_rescale_q(time.value, {1, time.timescale}, timeBase());
     const int moved = av_seek_frame(m_file.context(), m_streamIndex,
                                     ticks + m_file.timestampOffset(m_streamIndex), AVSEEK_FLAG_BACKWARD);
     if (moved < 0)

@@ -14,9 +14,29 @@ namespace anadrome::libav {
 
 namespace {
 
+/// The format with the same samples whose name doesn't imply full range: the scaler takes the range by itself
+/// and warns about such names.
+AVPixelFormat withoutRange(int format) {
+    switch (format) {
+    case AV_PIX_FMT_YUVJ411P:
+        return AV_PIX_FMT_YUV411P;
+    case AV_PIX_FMT_YUVJ420P:
+        return AV_PIX_FMT_YUV420P;
+    case AV_PIX_FMT_YUVJ422P:
+        return AV_PIX_FMT_YUV422P;
+    case AV_PIX_FMT_YUVJ440P:
+        return AV_PIX_FMT_YUV440P;
+    case AV_PIX_FMT_YUVJ444P:
+        return AV_PIX_FMT_YUV444P;
+    default:
+        return static_cast<AVPixelFormat>(format);
+    }
+}
+
 bool isFullRange(const AVFrame& frame) {
     const AVPixFmtDescriptor* format = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(frame.format));
-    return frame.color_range == AVCOL_RANGE_JPEG || (format->flags & AV_PIX_FMT_FLAG_RGB) != 0;
+    return frame.color_range == AVCOL_RANGE_JPEG || withoutRange(frame.format) != frame.format ||
+           (format->flags & AV_PIX_FMT_FLAG_RGB) != 0;
 }
 
 /// Only a vertical change of the chroma grid would mix the lines of two fields.
@@ -99,7 +119,7 @@ CVPixelBufferRef FrameConverter::convertedPixels(const AVFrame& frame) {
 bool FrameConverter::scale(const AVFrame& frame, const CVPixelBufferRef& pixels) {
     Task task{frame.width,
               frame.height,
-              frame.format,
+              withoutRange(frame.format),
               isFullRange(frame),
               matrixOf(frame),
               false,

@@ -14,6 +14,8 @@ public:
 private:
     const char* codecName() const override { return "libx264"; }
     AVPixelFormat pixelFormat() const override { return AV_PIX_FMT_YUV420P; }
+    int smallestSide() const override { return 2; }
+    const char* croppingFilter() const override { return "h264_metadata"; }
     void configure(AVCodecContext& context) const override;
 };
 

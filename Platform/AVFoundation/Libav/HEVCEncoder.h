@@ -15,6 +15,9 @@ public:
 private:
     const char* codecName() const override { return "libx265"; }
     AVPixelFormat pixelFormat() const override;
+    /// Of the smallest coding tree unit.
+    int smallestSide() const override { return 16; }
+    const char* croppingFilter() const override { return "hevc_metadata"; }
     void configure(AVCodecContext& context) const override;
     std::string encoderOptions(AVChromaLocation location) const;
 };

@@ -4,6 +4,7 @@
 #include "Platform/AVFoundation/Libav/Log.h"
 
 #include <cerrno>
+#include <cstring>
 #include <sys/stat.h>
 
 namespace anadrome::libav {
@@ -29,25 +30,45 @@ std::optional<NSError> rejectAllButPlainFiles(const URL& url) {
     return std::nullopt;
 }
 
-} // namespace
-
-Result<InputFile> InputFile::open(const URL& url) {
-    routeLibraryLog();
-    if (std::optional<NSError> error = rejectAllButPlainFiles(url))
-        return *error;
-
+Result<Owned<AVFormatContext>> openContext(const URL& url, bool appliesEdits) {
     AVDictionary* options = nullptr;
     av_dict_set(&options, "protocol_whitelist", "file", 0);
     av_dict_set(&options, "format_whitelist", formats, 0);
+    if (!appliesEdits)
+        av_dict_set(&options, "ignore_editlist", "1", 0);
     AVFormatContext* context = nullptr;
     const std::string name = "file:" + url.path();
     const int opened = avformat_open_input(&context, name.c_str(), nullptr, &options);
     av_dict_free(&options);
     if (opened < 0)
         return errorFrom(opened, AVErrorFileFormatNotRecognized);
+    return Owned<AVFormatContext>(context);
+}
 
+bool isMovie(const AVFormatContext& context) {
+    return std::strstr(context.iformat->name, "mov") != nullptr;
+}
+
+} // namespace
+
+Result<InputFile> InputFile::open(const URL& url) {
+    routeLibraryLog();
+    if (std::optional<NSError> error = rejectAllButPlainFiles(url))
+        return *error;
+    Result<Owned<AVFormatContext>> opened = openContext(url, true);
+    if (!opened)
+        return opened.error();
     InputFile file;
-    file.m_context.reset(context);
+    if (isMovie(**opened)) {
+        file.m_timeline = readMovieTimeline((*opened)->pb);
+        file.m_hasAppliedEdits = file.m_timeline.isKnownToDemuxer();
+        if (!file.m_hasAppliedEdits)
+            opened = openContext(url, false);
+        if (!opened)
+            return opened.error();
+    }
+    AVFormatContext* context = opened->get();
+    file.m_context = std::move(*opened);
     for (int i = 0; i < file.streamCount(); ++i)
         file.m_containerTags.push_back(tagsOf(file.stream(i)->codecpar));
     const int probed = avformat_find_stream_info(context, nullptr);
@@ -60,6 +81,19 @@ ColorTags InputFile::colorTags(int index) const {
     const auto i = static_cast<std::size_t>(index);
     const ColorTags containerTags = i < m_containerTags.size() ? m_containerTags[i] : ColorTags{};
     return filled(containerTags, tagsOf(stream(index)->codecpar));
+}
+
+const std::vector<Edit>& InputFile::edits(int index) const {
+    static const std::vector<Edit> none;
+    const auto found = m_timeline.edits.find(stream(index)->id);
+    return !m_hasAppliedEdits && found != m_timeline.edits.end() ? found->second : none;
+}
+
+std::optional<CMTime> InputFile::endOfEdits(int index) const {
+    const auto found = m_timeline.edits.find(stream(index)->id);
+    if (found == m_timeline.edits.end() || found->second.back().isOpen())
+        return std::nullopt;
+    return time(index, found->second.back().end());
 }
 
 std::int64_t InputFile::timestampOffset(int index) const {

@@ -2,8 +2,9 @@
 
 namespace anadrome::libav {
 
-/// Sends the media libraries' own warnings to the debug log instead of standard error. Thread-safe; does its
-/// work once.
+/// Sends the media libraries' warnings and errors to the debug log, so that none reaches a terminal by
+/// itself. Each becomes one line, "FFmpeg COMPONENT: text"; repetitions of the line before, and warnings
+/// about what the program handles, are dropped. Thread-safe; does its work once.
 void routeLibraryLog();
 
 } // namespace anadrome::libav

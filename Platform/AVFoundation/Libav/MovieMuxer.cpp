@@ -63,17 +63,19 @@ std::optional<NSError> MovieMuxer::open() {
     return std::nullopt;
 }
 
-std::optional<NSError> MovieMuxer::begin(std::size_t track, const AVCodecContext* encoder,
+std::optional<NSError> MovieMuxer::begin(std::size_t track, const TrackEncoder& encoder,
                                          const CGAffineTransform& transform) {
+    Result<Owned<AVCodecParameters>> parameters = encoder.parameters();
+    if (!parameters)
+        return parameters.error();
+    const AVCodecContext& context = *encoder.context();
     const std::lock_guard lock(m_mutex);
     Track& begun = m_tracks[track];
-    begun.parameters = own(avcodec_parameters_alloc());
-    begun.timeBase = encoder->time_base;
-    begun.frameRate = encoder->framerate;
+    begun.parameters = std::move(*parameters);
+    begun.timeBase = context.time_base;
+    begun.frameRate = context.framerate;
     begun.transform = transform;
-    begun.delay = encoder->codec_type == AVMEDIA_TYPE_AUDIO ? encoder->initial_padding : 0;
-    if (const int copied = avcodec_parameters_from_context(begun.parameters.get(), encoder); copied < 0)
-        return errorFrom(copied, AVErrorUnknown);
+    begun.delay = context.codec_type == AVMEDIA_TYPE_AUDIO ? context.initial_padding : 0;
     return flush();
 }
 

@@ -2,7 +2,7 @@
 
 #include "Platform/AVFoundation/AVMediaFormat.h"
 #include "Platform/AVFoundation/AVMetadataItem.h"
-#include "Platform/AVFoundation/Libav/Owners.h"
+#include "Platform/AVFoundation/Libav/TrackEncoder.h"
 #include "Platform/CoreGraphics/CGGeometry.h"
 #include "Platform/Foundation/NSError.h"
 #include "Platform/Foundation/URL.h"
@@ -34,7 +34,7 @@ public:
     std::optional<NSError> open();
 
     /// The encoder of a track is open.
-    std::optional<NSError> begin(std::size_t track, const AVCodecContext* encoder,
+    std::optional<NSError> begin(std::size_t track, const TrackEncoder& encoder,
                                  const CGAffineTransform& transform);
     /// Takes the packet's content. Its times are in the encoder's time base.
     std::optional<NSError> write(std::size_t track, AVPacket& packet);

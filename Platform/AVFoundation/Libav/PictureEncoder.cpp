@@ -2,6 +2,7 @@
 
 #include "Platform/AVFoundation/AVVideoSettings.h"
 #include "Platform/AVFoundation/Libav/Errors.h"
+#include "Platform/AVFoundation/Libav/Padding.h"
 #include "Platform/AVFoundation/Libav/PixelFormats.h"
 
 #include <algorithm>
@@ -57,8 +58,8 @@ std::optional<NSError> PictureEncoder::open(const EncoderInput& first, const CMT
     m_pictures = std::make_unique<EncoderPictures>(form);
 
     m_context = own(avcodec_alloc_context3(codec));
-    m_context->width = form.width;
-    m_context->height = form.height;
+    m_context->width = std::max(form.width, smallestSide());
+    m_context->height = std::max(form.height, smallestSide());
     m_context->pix_fmt = form.format;
     m_context->color_range = AVCOL_RANGE_MPEG;
     m_context->color_primaries = form.color.primaries;
@@ -80,10 +81,27 @@ std::optional<NSError> PictureEncoder::open(const EncoderInput& first, const CMT
     return opened < 0 ? std::optional(errorFrom(opened, AVErrorUnsupportedOutputSettings)) : std::nullopt;
 }
 
+Result<Owned<AVCodecParameters>> PictureEncoder::parameters() const {
+    Result<Owned<AVCodecParameters>> coded = TrackEncoder::parameters();
+    const PictureForm form = targetForm();
+    return coded && isPadded() ? cropped(**coded, croppingFilter(), form.width, form.height)
+                               : std::move(coded);
+}
+
+bool PictureEncoder::isPadded() const {
+    const PictureForm form = targetForm();
+    return m_context->width != form.width || m_context->height != form.height;
+}
+
 std::optional<NSError> PictureEncoder::encode(const EncoderInput& input, const PacketSink& sink) {
     Result<AVFrame*> frame = m_pictures->convert(input.pixels);
     if (!frame)
         return frame.error();
+    Owned<AVFrame> padded;
+    if (isPadded()) {
+        padded = paddedTo(m_context->width, m_context->height, **frame);
+        frame = padded.get();
+    }
     (*frame)->pts = toTicks(input.time);
     (*frame)->pict_type = AV_PICTURE_TYPE_NONE;
     m_times.push_back((*frame)->pts);

@@ -10,13 +10,15 @@
 namespace anadrome::libav {
 
 /// What the encoders of pictures have in common: the settings of a video writer input, conversion to what
-/// the encoder takes, times and durations.
+/// the encoder takes, times and durations. A picture that is too small for the encoder is encoded at the
+/// smallest size, its last column and row repeated, and described as what it is.
 class PictureEncoder : public TrackEncoder {
 public:
     std::optional<NSError> open(const EncoderInput& first, const CMTime& sessionStart) override;
     std::optional<NSError> encode(const EncoderInput& input, const PacketSink& sink) override;
     std::optional<NSError> finish(const PacketSink& sink) override;
     const AVCodecContext* context() const override { return m_context.get(); }
+    Result<Owned<AVCodecParameters>> parameters() const override;
 
 protected:
     /// The settings of a video writer input, and the format of the source if known.
@@ -25,6 +27,10 @@ protected:
 
     virtual const char* codecName() const = 0;
     virtual AVPixelFormat pixelFormat() const = 0;
+    /// The smallest width and height that it encodes. Even.
+    virtual int smallestSide() const = 0;
+    /// The filter of the codec's bitstream that sets what is cut off.
+    virtual const char* croppingFilter() const = 0;
     /// Sets what the codec has of its own, before it is opened.
     virtual void configure(AVCodecContext& context) const = 0;
 
@@ -35,6 +41,7 @@ protected:
     const CMFormatDescriptionRef& sourceFormat() const { return m_sourceFormat; }
 
 private:
+    bool isPadded() const;
     double frameRate() const;
     PacketSink withDurations(const PacketSink& sink) const;
     std::int64_t toTicks(const CMTime& time) const;

@@ -2,38 +2,19 @@
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
 
 extern "C" {
-#include <libavutil/intreadwrite.h>
+#include <libavutil/common.h>
 }
 
 namespace anadrome::libav {
 
 namespace {
 
-/// A movie cut into fragments: its header tells of the first of them at most.
-bool isFragmented(AVIOContext* io) {
-    const std::int64_t resume = avio_tell(io);
-    const std::int64_t size = avio_size(io);
-    bool found = false;
-    for (std::int64_t position = 0; position + 8 <= size && !found;) {
-        if (avio_seek(io, position, SEEK_SET) < 0)
-            break;
-        std::int64_t boxSize = avio_rb32(io);
-        const std::uint32_t type = avio_rl32(io);
-        if (boxSize == 1)
-            boxSize = static_cast<std::int64_t>(avio_rb64(io));
-        found = type == MKTAG('m', 'o', 'o', 'f');
-        if (boxSize < 8 || avio_feof(io) || boxSize > size - position)
-            break;
-        position += boxSize;
-    }
-    avio_seek(io, resume, SEEK_SET);
-    return found;
-}
-
 bool hasWholeIndex(const InputFile& file) {
-    return std::strstr(file.context()->iformat->name, "mov") != nullptr && !isFragmented(file.context()->pb);
+    return std::strstr(file.context()->iformat->name, "mov") != nullptr && !file.isFragmented() &&
+           file.hasAppliedEdits();
 }
 
 StreamTiming timingFromIndex(const InputFile& file, int index) {
@@ -51,25 +32,64 @@ StreamTiming timingFromIndex(const InputFile& file, int index) {
     timing.start = file.time(index, start);
     if (stream->duration > 0)
         timing.end = CMTimeAdd(timing.start, timeFrom(stream->duration, stream->time_base));
+    // The demuxer counts an empty edit into the length.
+    if (const std::optional<CMTime> end = file.endOfEdits(index); end && CMTIME_IS_NUMERIC(timing.end))
+        timing.end = CMTimeMinimum(timing.end, *end);
     return timing;
 }
 
-/// Widens the timing by one packet.
-void add(StreamTiming& timing, const InputFile& file, const AVPacket& packet) {
-    if (packet.flags & AV_PKT_FLAG_DISCARD)
-        return;
+/// Widens the timing by one sample.
+void add(StreamTiming& timing, const AVPacket& packet, const CMTime& start, const CMTime& end) {
     ++timing.sampleCount;
     timing.byteCount += packet.size;
-    const std::int64_t timestamp = packet.pts != AV_NOPTS_VALUE ? packet.pts : packet.dts;
-    if (timestamp == AV_NOPTS_VALUE)
-        return;
-    const AVRational timeBase = file.stream(packet.stream_index)->time_base;
-    const CMTime start = file.time(packet.stream_index, timestamp);
-    const CMTime end = CMTimeAdd(start, timeFrom(std::max<std::int64_t>(packet.duration, 0), timeBase));
     if (!CMTIME_IS_NUMERIC(start) || !CMTIME_IS_NUMERIC(end))
         return;
     timing.start = CMTIME_IS_VALID(timing.start) ? CMTimeMinimum(timing.start, start) : start;
     timing.end = CMTIME_IS_VALID(timing.end) ? CMTimeMaximum(timing.end, end) : end;
+}
+
+/// A stretch of ticks.
+struct Stretch {
+    std::int64_t start;
+    std::int64_t end;
+};
+
+/// When the edit shows a sample that lasts so long in the media; nothing if it doesn't. The same rules as the
+/// Decoder's.
+std::optional<Stretch> shownIn(const Edit& edit, const Stretch& media, bool isSound) {
+    if (edit.isEmpty())
+        return std::nullopt;
+    if (edit.isHeld()) {
+        const bool isFirst =
+            media.start >= edit.mediaStart &&
+            media.start < edit.mediaStart + std::max<std::int64_t>(media.end - media.start, 1);
+        return isFirst && !isSound ? std::optional(Stretch{edit.start, edit.end()}) : std::nullopt;
+    }
+    const Stretch cut{isSound ? std::max(media.start, edit.mediaStart) : media.start,
+                      std::min(media.end, edit.mediaEnd())};
+    const bool isOutside =
+        cut.start < edit.mediaStart || cut.start >= edit.mediaEnd() || (isSound && cut.start >= cut.end);
+    if (isOutside)
+        return std::nullopt;
+    return Stretch{edit.shownAt(cut.start), edit.shownAt(cut.end)};
+}
+
+void add(StreamTiming& timing, const InputFile& file, const AVPacket& packet) {
+    if (packet.flags & AV_PKT_FLAG_DISCARD)
+        return;
+    const int index = packet.stream_index;
+    const AVRational timeBase = file.stream(index)->time_base;
+    const std::int64_t start = packet.pts != AV_NOPTS_VALUE ? packet.pts : packet.dts;
+    const std::int64_t duration = std::max<std::int64_t>(packet.duration, 0);
+    if (start == AV_NOPTS_VALUE || file.edits(index).empty()) {
+        const CMTime shown = file.time(index, start);
+        add(timing, packet, shown, CMTimeAdd(shown, timeFrom(duration, timeBase)));
+        return;
+    }
+    const bool isSound = file.stream(index)->codecpar->codec_type == AVMEDIA_TYPE_AUDIO;
+    for (const Edit& edit : file.edits(index))
+        if (const auto shown = shownIn(edit, {start, av_sat_add64(start, duration)}, isSound))
+            add(timing, packet, timeFrom(shown->start, timeBase), timeFrom(shown->end, timeBase));
 }
 
 std::vector<StreamTiming> timingsFromPackets(const InputFile& file) {

@@ -4,6 +4,13 @@
 
 namespace anadrome::libav {
 
+Result<Owned<AVCodecParameters>> TrackEncoder::parameters() const {
+    Owned<AVCodecParameters> parameters = own(avcodec_parameters_alloc());
+    if (const int copied = avcodec_parameters_from_context(parameters.get(), context()); copied < 0)
+        return errorFrom(copied, AVErrorUnknown);
+    return parameters;
+}
+
 std::optional<NSError> encodeFrame(AVCodecContext* context, const AVFrame* frame, AVPacket* packet,
                                    const PacketSink& sink) {
     if (const int sent = avcodec_send_frame(context, frame); sent < 0)

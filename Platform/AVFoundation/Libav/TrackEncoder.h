@@ -2,7 +2,7 @@
 
 #include "Platform/AVFoundation/Libav/Owners.h"
 #include "Platform/CoreMedia/CMSampleBuffer.h"
-#include "Platform/Foundation/NSError.h"
+#include "Platform/Foundation/Result.h"
 
 #include <functional>
 #include <optional>
@@ -35,6 +35,8 @@ public:
 
     /// The open encoder; null before open().
     virtual const AVCodecContext* context() const = 0;
+    /// What its packets are, for a container.
+    virtual Result<Owned<AVCodecParameters>> parameters() const;
 };
 
 /// Sends a frame, or null for the end, and hands on every packet that is ready.

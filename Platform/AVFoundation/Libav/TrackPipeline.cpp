@@ -15,16 +15,11 @@ namespace {
 constexpr std::size_t picturesAhead = 3;
 constexpr std::size_t soundBuffersAhead = 64;
 
-/// A sound decoder in the middle of a track is right only after some frames; the longest memory is MP3's.
-constexpr CMTime soundLeadIn{1, 4, kCMTimeFlags_Valid, 0};
-
 Result<Decoder> openAt(const AVAssetTrack& track, const CMTime& from) {
     Result<Decoder> decoder = Decoder::open(track.url(), track.streamIndex());
-    const bool isSound = track.mediaType() == AVMediaTypeAudio;
-    const CMTime place = isSound ? CMTimeSubtract(from, soundLeadIn) : from;
-    if (!decoder || CMTimeCompare(place, kCMTimeZero) <= 0)
+    if (!decoder || CMTimeCompare(from, kCMTimeZero) <= 0)
         return decoder;
-    if (const Result<CMTime> sought = decoder->seek(place); !sought)
+    if (const Result<CMTime> sought = decoder->seek(from); !sought)
         return sought.error();
     return decoder;
 }

@@ -240,7 +240,7 @@ std::optional<NSError> WriterSession::encodeLane(std::size_t index) {
             }();
             if (std::optional<NSError> error = lane.encoder->open(*input, start))
                 return error;
-            if (auto error = m_muxer->begin(index, lane.encoder->context(), m_transforms[index]))
+            if (auto error = m_muxer->begin(index, *lane.encoder, m_transforms[index]))
                 return error;
             opened = true;
         }

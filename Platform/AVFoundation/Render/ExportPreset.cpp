@@ -18,8 +18,8 @@ constexpr struct {
     {AVAssetExportPreset1920x1080, {1920, 1080}},
 };
 
-/// The encoder's smallest block.
-constexpr int smallestSide = 16;
+/// One sample of colour.
+constexpr int smallestSide = 2;
 
 int evenSide(double side, double largest) {
     const int nearest = 2 * static_cast<int>(std::lround(side / 2));

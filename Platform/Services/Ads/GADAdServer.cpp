@@ -78,7 +78,7 @@ void takeAnswer(const Result<std::string>& answer, const GADAdSource::Completion
 
 void GADAdServer::fetch(const GADAdPlace& place, const GADRequest& request, Completion completion) {
     const std::string& endpoint = Deployment::current().adEndpoint;
-    if (endpoint.empty())
+    if (!isDeployed())
         return failLater(completion, GADErrorNetworkError, "No ad server is configured.");
     if (place.adUnitID.empty())
         return failLater(completion, GADErrorInvalidRequest, "The place of the ad has no unit identifier.");
@@ -86,6 +86,10 @@ void GADAdServer::fetch(const GADAdPlace& place, const GADRequest& request, Comp
                      [completion = std::move(completion)](const Result<std::string>& answer) {
                          takeAnswer(answer, completion);
                      });
+}
+
+bool GADAdServer::isDeployed() const {
+    return !Deployment::current().adEndpoint.empty();
 }
 
 GADAdServer::Parameters GADAdServer::parameters(const GADAdPlace& place, const GADRequest& request) const {

@@ -17,6 +17,7 @@ public:
         : m_machineIdentifierFile(std::move(machineIdentifierFile)) {}
 
     void fetch(const GADAdPlace& place, const GADRequest& request, Completion completion) override;
+    bool isDeployed() const override;
 
 private:
     using Parameters = std::vector<std::pair<std::string, std::string>>;

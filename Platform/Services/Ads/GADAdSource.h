@@ -44,6 +44,9 @@ public:
     /// Asks for an ad. Completes once, on the main thread, never before the call returns.
     virtual void fetch(const GADAdPlace& place, const GADRequest& request, Completion completion) = 0;
 
+    /// Whether ads can come from it at all.
+    virtual bool isDeployed() const { return true; }
+
     /// The program's one source. At first, and after null, it is the deployment's ad server.
     static GADAdSource& current();
     static void setCurrent(std::shared_ptr<GADAdSource> source);

@@ -1,10 +1,17 @@
 // What lies over the screens for a while: ads, the question for consent, the share sheet.
 
 #include "Desktop/Screens/ShareScreen.h"
+#include "Models/VideoFileManager.h"
+#include "Platform/Foundation/TemporaryDirectory.h"
 #include "Platform/Services/Ads/GADFullScreenAdViewController.h"
 #include "Platform/Services/Consent/UMPConsentFormViewController.h"
 #include "Platform/UIKit/UIActivityViewController.h"
 #include "Tests/Desktop/Window/WindowTest.h"
+
+#include <QClipboard>
+#include <QFile>
+#include <QMimeData>
+#include <filesystem>
 
 namespace anadrome::desktop {
 
@@ -39,6 +46,22 @@ TEST_F(OverScreensTest, TheQuestionForConsentStaysUntilItIsAnsweredPurposeByPurp
     ASSERT_TRUE(given);
     EXPECT_FALSE(given->isAllAccepted);
     EXPECT_EQ(given->byPurpose, (std::map<std::string, bool>{{"one", false}, {"two", true}}));
+}
+
+TEST_F(OverScreensTest, ACopiedFileOutlivesTheWorkFiles) {
+    const URL movie = VideoFileManager::videosDirectory().appendingPathComponent("0a1b2c.mov");
+    std::ofstream(movie.path()) << "the movie";
+    present(std::make_shared<UIActivityViewController>(std::vector<UIActivityViewController::Item>{movie}));
+    qobject_cast<ShareScreen*>(over())->copyFile();
+    VideoFileManager::removeAllWorkFiles();
+    EXPECT_FALSE(std::filesystem::exists(movie.path()));
+    const QList<QUrl> copied = QGuiApplication::clipboard()->mimeData()->urls();
+    ASSERT_EQ(copied.size(), 1);
+    std::ifstream file(copied.front().toLocalFile().toStdString());
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), "the movie");
+    file.close();
+    TemporaryDirectory::remove();
+    EXPECT_FALSE(QFile::exists(copied.front().toLocalFile())) << "it goes with the program";
 }
 
 TEST_F(OverScreensTest, ACopyIsSavedOverAnotherFileAndAFailureKeepsTheSheet) {

@@ -123,6 +123,28 @@ TEST_F(NSUserDefaultsTests, GiveEveryValueTheMeaningThatTheReaderAsksFor) {
     }
 }
 
+TEST_F(NSUserDefaultsTests, PassOverStoredNumbersBeyondTheirLimitsButNotWhatThisProcessSets) {
+    writeFile("[General]\nquality=3\n");
+    NSUserDefaults defaults(file());
+    defaults.registerDefaults({{"quality", 1}});
+    EXPECT_EQ(defaults.integerForKey("quality"), 3);
+    defaults.limitStoredInteger("quality", 0, 2);
+    EXPECT_EQ(defaults.integerForKey("quality"), 1);
+    NSUserDefaults other(file());
+    other.setInteger(-1, "quality");
+    EXPECT_TRUE(other.synchronize());
+    defaults.setInteger(5, "another");
+    EXPECT_TRUE(defaults.synchronize());
+    EXPECT_EQ(defaults.integerForKey("quality"), 1) << "read again with the store";
+    defaults.setInteger(7, "quality");
+    EXPECT_EQ(defaults.integerForKey("quality"), 7);
+    EXPECT_TRUE(defaults.synchronize());
+    EXPECT_EQ(defaults.integerForKey("quality"), 7);
+    defaults.setInteger(2, "quality");
+    EXPECT_TRUE(defaults.synchronize());
+    EXPECT_EQ(defaults.integerForKey("quality"), 2);
+}
+
 TEST_F(NSUserDefaultsTests, KeepTheTypesOfWhatIsStored) {
     const std::vector<std::string> strings{"5",     "true",       "-0.5", "a, b; \"c\"\n=[d]",
                                            "Grüße", "@Invalid()", ""};

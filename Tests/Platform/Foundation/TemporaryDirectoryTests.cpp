@@ -34,6 +34,9 @@ void tellFolder() {
 
 [[noreturn]] void leaveFolder() {
     tellFolder();
+    for (const URL& part : {TemporaryDirectory::current(), TemporaryDirectory::shared()})
+        if (writeData(part.appendingPathComponent("file"), std::span<const std::byte>()))
+            ::_exit(1);
     TemporaryDirectory::remove();
     TemporaryDirectory::remove();
     ::_exit(TemporaryDirectory::current().empty() ? 1 : 0);
@@ -49,13 +52,13 @@ void tellFolder() {
         leaveFolder();
 }
 
-/// Works under a cache folder of its own and tells its temporary folder.
+/// Works under a cache folder of its own and tells the process's folder in it.
 class Child : public ChildProcess {
 public:
     Child(const std::string& role, const fs::path& cache)
         : ChildProcess(role, {"XDG_CACHE_HOME=" + cache.string()}) {}
 
-    fs::path folder() const { return readLine(); }
+    fs::path folder() const { return fs::path(readLine()).parent_path(); }
 };
 
 class TemporaryDirectoryTests : public testing::Test {
