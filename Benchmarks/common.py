@@ -12,6 +12,7 @@ EXPORT_CLIP = BUILD / "Benchmarks" / "anadrome-export-clip"
 PLAY_BACKWARDS = BUILD / "Benchmarks" / "anadrome-play-backwards"
 WHOLE_START = BUILD / "Benchmarks" / "anadrome-whole-start"
 WINDOW = BUILD / "Benchmarks" / "anadrome-window-at-work"
+CANCEL_JOBS = BUILD / "Benchmarks" / "anadrome-cancel-jobs"
 FRAME_STORE = BUILD / "Benchmarks" / "frame_store_bench"
 CLIPS = BUILD / "clips"
 

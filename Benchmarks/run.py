@@ -7,6 +7,7 @@ import tempfile
 from pathlib import Path
 from types import ModuleType
 
+import cancel
 import exports
 import frame_store
 import job
@@ -22,7 +23,7 @@ from report import Row, summary, table
 
 CLAIMS: dict[str, ModuleType] = {module.__name__: module
                                  for module in (speed, memory, quality, frame_store, exports, job, playback,
-                                                   services, window)}
+                                                   services, window, cancel)}
 
 HELP = """\
 All numbers of a table come from one run: the programs take turns, and the medians of their rounds are

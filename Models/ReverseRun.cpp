@@ -15,6 +15,8 @@ namespace {
 constexpr std::int64_t fallbackBitrate = 10'000'000;
 constexpr std::int64_t fallbackHDRBitrate = 20'000'000;
 
+constexpr const char* stoppedMessage = "Reverse: Cancelled";
+
 OSType pixelFormat(bool isHDR) {
     return isHDR ? kCVPixelFormatType_420YpCbCr10BiPlanarVideoRange
                  : kCVPixelFormatType_420YpCbCr8BiPlanarVideoRange;
@@ -38,11 +40,16 @@ ReverseRun::ReverseRun(Request request, DispatchQueue queue, VideoEncoder::Progr
     : m_request(std::move(request)), m_queue(std::move(queue)), m_updateProgress(std::move(updateProgress)) {}
 
 void ReverseRun::start() {
-    for (const auto step : {&ReverseRun::open, &ReverseRun::read, &ReverseRun::configure})
-        if (std::optional<std::string> message = (this->*step)()) {
-            complete(false, std::move(message));
-            return;
+    *m_request.missingFrames = 0;
+    for (const auto step : {&ReverseRun::open, &ReverseRun::read, &ReverseRun::configure}) {
+        std::optional<std::string> message = (this->*step)();
+        if (isStopped()) {
+            VideoFrameManager::removeAllFrames();
+            message = stoppedMessage;
         }
+        if (message)
+            return complete(false, std::move(message));
+    }
     startWriting();
 }
 
@@ -84,6 +91,7 @@ std::optional<std::string> ReverseRun::read() {
     }
 
     m_reader->startReading();
+    const std::stop_callback cancelReading(m_request.stop, [reader = m_reader] { reader->cancelReading(); });
     m_expectedFrameCount =
         static_cast<float>(CMTimeGetSeconds(m_asset->duration())) * m_videoTrack->nominalFrameRate();
     readVideo(*videoOutput);
@@ -198,6 +206,13 @@ void ReverseRun::startWriting() {
     m_writer->startWriting();
     m_writer->startSessionAtSourceTime(m_frameTimestamps.front());
 
+    // Before anything else can end the run, as that is another thread's.
+    m_onStop.emplace(m_request.stop, [weak = weak_from_this(), queue = m_queue] {
+        queue.async([weak] {
+            if (const auto self = weak.lock())
+                self->abandon();
+        });
+    });
     m_videoInput->requestMediaDataWhenReadyOnQueue(m_queue,
                                                    [self = shared_from_this()] { self->feedVideo(); });
     if (m_hasAudio)
@@ -212,11 +227,13 @@ void ReverseRun::feedVideo() {
     const std::size_t count = m_frameTimestamps.size();
     for (std::size_t i = m_videoFrameIndex; i < count; ++i) {
         m_videoFrameIndex = i;
-        if (!m_videoInput->isReadyForMoreMediaData())
+        if (isStopped() || !m_videoInput->isReadyForMoreMediaData())
             return;
         CVPixelBufferRef frame = VideoFrameManager::loadFrame(static_cast<std::int64_t>(count - 1 - i));
-        if (!frame || !m_adaptor->appendPixelBuffer(std::move(frame), m_frameTimestamps[i]))
+        if (!frame || !m_adaptor->appendPixelBuffer(std::move(frame), m_frameTimestamps[i])) {
+            ++*m_request.missingFrames;
             debugLog("reverseVideo: frame " + std::to_string(count - 1 - i) + " is missing from the output");
+        }
         reportWriting(i, count);
     }
     m_videoInput->markAsFinished();
@@ -230,7 +247,7 @@ void ReverseRun::feedAudio() {
     const std::size_t last = m_audioSampleBuffers.size() - 1;
     for (std::size_t i = m_audioBufferIndex; i < last; ++i) {
         m_audioBufferIndex = i;
-        if (!m_audioInput->isReadyForMoreMediaData())
+        if (isStopped() || !m_audioInput->isReadyForMoreMediaData())
             return;
         const CMSampleBufferRef reversed =
             reversedSampleBuffer(m_audioSampleBuffers[last - i], {&m_audioTimings[i], 1});
@@ -244,13 +261,28 @@ void ReverseRun::feedAudio() {
 }
 
 void ReverseRun::finishWriting() {
+    if (m_isEnded)
+        return;
     m_writer->finishWritingWithCompletionHandler([self = shared_from_this()] {
+        if (self->m_isEnded.exchange(true))
+            return;
         VideoFrameManager::removeAllFrames();
         if (self->m_writer->status() == AVAssetWriterStatus::completed)
             self->complete(true, std::nullopt);
         else
             self->complete(false, "Failed to write: " + describe(self->m_writer->error()));
     });
+}
+
+void ReverseRun::abandon() {
+    if (m_isEnded.exchange(true))
+        return;
+    m_writer->abandonWriting();
+    VideoFrameManager::removeAllFrames();
+    // A group that is never left would keep the finishing step, and with it the run.
+    if (!m_videoFinished || (m_hasAudio && !m_audioFinished))
+        m_group.leave();
+    complete(false, stoppedMessage);
 }
 
 void ReverseRun::reportReading(std::int64_t savedFrames) {

@@ -6,7 +6,9 @@
 #include "Platform/AVFoundation/AVAssetWriterInputPixelBufferAdaptor.h"
 #include "Platform/Dispatch/DispatchGroup.h"
 
+#include <atomic>
 #include <memory>
+#include <stop_token>
 #include <vector>
 
 namespace anadrome {
@@ -24,6 +26,10 @@ public:
         AVFileType fileType;
         VideoEncoder::Completion completion;
         bool isReverseOnly;
+        /// Ends the run from any thread.
+        std::stop_token stop;
+        /// Counts the frames that the output lacks.
+        std::shared_ptr<std::atomic<std::int64_t>> missingFrames;
     };
     ReverseRun(Request request, DispatchQueue queue, VideoEncoder::ProgressSink updateProgress);
 
@@ -46,6 +52,9 @@ private:
     void feedVideo();
     void feedAudio();
     void finishWriting();
+    /// Ends a stopped run that writes.
+    void abandon();
+    bool isStopped() const { return m_request.stop.stop_requested(); }
     void complete(bool success, std::optional<std::string> message) const;
 
     void reportReading(std::int64_t savedFrames);
@@ -81,6 +90,9 @@ private:
     std::size_t m_audioBufferIndex = 0;
     bool m_videoFinished = false;
     bool m_audioFinished = false;
+    /// Set by whoever completes the run: the writer, or abandon().
+    std::atomic<bool> m_isEnded = false;
+    std::optional<std::stop_callback<std::function<void()>>> m_onStop;
 };
 
 } // namespace anadrome

@@ -16,28 +16,28 @@ std::string errorDescription(const AVAssetExportSession& session) {
 
 } // namespace
 
-void runExport(const std::shared_ptr<AVAssetExportSession>& session,
+std::shared_ptr<ExportStopper> stopOnRequest(const std::shared_ptr<AVAssetExportSession>& session,
+                                             const std::stop_token& stop) {
+    return std::make_shared<ExportStopper>(stop, [session] { session->cancelExport(); });
+}
+
+void runExport(const std::shared_ptr<AVAssetExportSession>& session, const std::stop_token& stop,
                const std::shared_ptr<ExportTimer>& exportTimer, const char* errorPrefix,
                VideoEncoder::ProgressHandler progressHandler, VideoEncoder::Completion completion) {
     exportTimer->start(session, progressHandler);
-    session->exportAsynchronouslyWithCompletionHandler([session, exportTimer, errorPrefix,
-                                                        progressHandler = std::move(progressHandler),
-                                                        completion = std::move(completion)] {
-        const AVAssetExportSessionStatus status = session->status();
-        if (status == AVAssetExportSessionStatus::completed) {
+    session->exportAsynchronouslyWithCompletionHandler(
+        [session, stopper = stopOnRequest(session, stop), exportTimer, errorPrefix,
+         progressHandler = std::move(progressHandler), completion = std::move(completion)] {
             exportTimer->stop();
-            progressHandler(1);
-            if (completion)
-                completion(true, std::nullopt);
-        } else if (status == AVAssetExportSessionStatus::failed) {
-            exportTimer->stop();
-            const std::string message = errorPrefix + errorDescription(*session);
-            if (completion)
-                completion(false, message);
-        } else {
-            debugLog("an export ended with status " + std::to_string(static_cast<int>(status)));
-        }
-    });
+            const AVAssetExportSessionStatus status = session->status();
+            if (status == AVAssetExportSessionStatus::completed) {
+                progressHandler(1);
+                if (completion)
+                    completion(true, std::nullopt);
+            } else if (completion) {
+                completion(false, errorPrefix + errorDescription(*session));
+            }
+        });
 }
 
 } // namespace anadrome

@@ -106,7 +106,7 @@ void VideoEncoder::changeSpeed(const URL& inputUrl, const URL& outputUrl, AVFile
     session->setOutputURL(outputUrl);
     session->setOutputFileType(fileType);
     session->setAudioTimePitchAlgorithm(AVAudioTimePitchAlgorithmVarispeed);
-    runExport(session, m_exportTimer, "changeSpeedError: ", std::move(progressHandler),
+    runExport(session, m_stop.get_token(), m_exportTimer, "changeSpeedError: ", std::move(progressHandler),
               std::move(completion));
 }
 

@@ -1,4 +1,4 @@
-#include "Models/VideoEncoder.h"
+#include "Models/RunExport.h"
 #include "Models/VideoExportPresetHelper.h"
 #include "Platform/AVFoundation/AVAssetExportSession.h"
 #include "Platform/Foundation/NSUserDefaults.h"
@@ -24,18 +24,19 @@ void VideoEncoder::compressVideo(const URL& sourceUrl, const URL& inputUrl, cons
     session->setOutputURL(outputUrl);
     session->setOutputFileType(fileType);
     session->setMetadata(sourceAsset.metadata());
-    session->exportAsynchronouslyWithCompletionHandler(
-        [session, outputUrl, completion = std::move(completion)] {
-            switch (session->status()) {
-            case AVAssetExportSessionStatus::completed:
-                return completion(outputUrl);
-            case AVAssetExportSessionStatus::failed:
-            case AVAssetExportSessionStatus::cancelled:
-                return completion(session->error().value_or(NSError(errorDomain, -2, "Failed to export")));
-            default:
-                debugLog("an export ended before it had begun");
-            }
-        });
+    session->exportAsynchronouslyWithCompletionHandler([session,
+                                                        stopper = stopOnRequest(session, m_stop.get_token()),
+                                                        outputUrl, completion = std::move(completion)] {
+        switch (session->status()) {
+        case AVAssetExportSessionStatus::completed:
+            return completion(outputUrl);
+        case AVAssetExportSessionStatus::failed:
+        case AVAssetExportSessionStatus::cancelled:
+            return completion(session->error().value_or(NSError(errorDomain, -2, "Failed to export")));
+        default:
+            debugLog("an export ended before it had begun");
+        }
+    });
 }
 
 } // namespace anadrome

@@ -128,7 +128,7 @@ void VideoEncoder::merge(const URL& firstUrl, const URL& secondUrl, const URL& o
     session->setOutputFileType(fileType);
     session->setShouldOptimizeForNetworkUse(true);
     session->setVideoComposition(videoComposition);
-    runExport(session, m_exportTimer, "merge export error: ", std::move(progressHandler),
+    runExport(session, m_stop.get_token(), m_exportTimer, "merge export error: ", std::move(progressHandler),
               std::move(completion));
 }
 

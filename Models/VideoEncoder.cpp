@@ -33,13 +33,15 @@ std::optional<std::int64_t> fileSize(const URL& url) {
 
 VideoEncoder::VideoEncoder(ProgressSink updateProgress)
     : m_queue(DispatchQueue::serial("videoQueue")), m_updateProgress(std::move(updateProgress)),
+      m_missingFrames(std::make_shared<std::atomic<std::int64_t>>(0)),
       m_exportTimer(std::make_shared<ExportTimer>()) {}
 
 void VideoEncoder::reverseVideo(const URL& inputUrl, const URL& outputUrl, AVFileType fileType,
                                 Completion completion, bool isReverseOnly) {
-    const auto run = std::make_shared<ReverseRun>(
-        ReverseRun::Request{inputUrl, outputUrl, fileType, std::move(completion), isReverseOnly}, m_queue,
-        m_updateProgress);
+    const auto run =
+        std::make_shared<ReverseRun>(ReverseRun::Request{inputUrl, outputUrl, fileType, std::move(completion),
+                                                         isReverseOnly, m_stop.get_token(), m_missingFrames},
+                                     m_queue, m_updateProgress);
     run->start();
 }
 

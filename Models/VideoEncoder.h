@@ -5,9 +5,12 @@
 #include "Platform/Dispatch/DispatchQueue.h"
 #include "Platform/Foundation/URL.h"
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
 
 namespace anadrome {
@@ -30,6 +33,14 @@ public:
 
     /// The sink is where reverseVideo() reports its progress.
     explicit VideoEncoder(ProgressSink updateProgress);
+
+    /// Ends the operation that runs, and every later one as soon as it starts. They remove what they have
+    /// written and complete with a failure. Any thread; returns at once.
+    void cancel() { m_stop.request_stop(); }
+    bool isCancelled() const { return m_stop.stop_requested(); }
+
+    /// Frames that the last reversal read but left out, as they couldn't be stored or encoded.
+    std::int64_t missingFrames() const { return *m_missingFrames; }
 
     /// Writes a movie whose frames run in the opposite order, with the sound reversed too. Frame i of the
     /// output shows frame N - 1 - i of the input at the time of the input's frame i; size, bit rate,
@@ -68,6 +79,8 @@ private:
     /// Serial: runs the feed loops and the finishing step of a run.
     const DispatchQueue m_queue;
     const ProgressSink m_updateProgress;
+    std::stop_source m_stop;
+    const std::shared_ptr<std::atomic<std::int64_t>> m_missingFrames;
     /// Of the export that runs.
     const std::shared_ptr<ExportTimer> m_exportTimer;
 };

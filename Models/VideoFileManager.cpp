@@ -1,13 +1,20 @@
 #include "Models/VideoFileManager.h"
 
+#include "Models/MovieRecipe.h"
 #include "Models/WorkFolder.h"
 #include "Platform/Foundation/NSFileManager.h"
+#include "Platform/Foundation/NSProcessInfo.h"
 #include "Platform/Foundation/Print.h"
 
 namespace anadrome {
 
 URL VideoFileManager::videosDirectory() {
     return workFolder("Videos");
+}
+
+URL VideoFileManager::newWorkUrl(AVFileType fileType) {
+    return videosDirectory().appendingPathComponent(NSProcessInfo::processInfo().globallyUniqueString() +
+                                                    fileExtension(fileType));
 }
 
 void VideoFileManager::removeAllWorkFiles() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/AVFoundation/AVMediaFormat.h"
 #include "Platform/Foundation/URL.h"
 
 #include <optional>
@@ -15,6 +16,9 @@ class VideoFileManager {
 public:
     /// Made if missing, also when it went away in between.
     static URL videosDirectory();
+
+    /// A name in the work folder that no file has, with the container's extension.
+    static URL newWorkUrl(AVFileType fileType);
 
     /// Sweeps the work folder and then the whole temporary directory, whoever put things there. Ends silently
     /// at the first thing that can't be removed. Not while a job runs.

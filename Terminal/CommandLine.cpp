@@ -4,7 +4,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cmath>
 #include <iostream>
 #include <map>
 
@@ -17,7 +16,9 @@ constexpr const char* exitStatus =
 
 const std::map<std::string, AVFileType> fileTypes{{"mov", AVFileTypeQuickTimeMovie},
                                                   {"mp4", AVFileTypeMPEG4}};
-const std::map<std::string, int> outputTypes{{"reverse", 0}, {"reverse-forward", 1}, {"forward-reverse", 2}};
+const std::map<std::string, OutputType> outputTypes{{"reverse", OutputType::reversed},
+                                                    {"reverse-forward", OutputType::reversedThenForward},
+                                                    {"forward-reverse", OutputType::forwardThenReversed}};
 const std::map<std::string, int> qualities{{"low", 0}, {"medium", 1}, {"high", 2}};
 
 /// One of a few words; `options` lists them as help shows them.
@@ -31,24 +32,30 @@ void addChoice(CLI::App& command, const std::string& name, Value& value,
         ->type_name(options);
 }
 
-/// Empty, or why the text is no speed that a slider can be set to.
-std::string complaintOfSpeed(const std::string& text) {
+/// What each command gathers before it becomes a recipe.
+struct Gathered {
+    JobOptions job;
+    MovieRecipe::Choices choices;
+};
+
+/// Returns why the text is no speed; empty if it is one.
+std::string complaintAboutSpeed(const std::string& text) {
     double speed = 0;
-    const bool isNumber = CLI::detail::lexical_cast(text, speed);
-    if (!isNumber || !(speed > 0.05 && speed < 10.05) || std::abs(speed * 10 - std::round(speed * 10)) > 1e-6)
-        return "a speed goes from 0.1 to 10.0 in steps of 0.1, and " + text + " doesn't";
-    return "";
+    if (!CLI::detail::lexical_cast(text, speed))
+        return text + " is no number";
+    return MovieRecipe::complaintAboutSpeed(speed);
 }
 
 void addSpeed(CLI::App& command, const std::string& name, double& speed, const std::string& description) {
-    command.add_option(name, speed, description)->check(complaintOfSpeed)->type_name("X");
+    command.add_option(name, speed, description)->check(complaintAboutSpeed)->type_name("X");
 }
 
-void describeJob(CLI::App& command, JobOptions& options) {
+void describeJob(CLI::App& command, Gathered& gathered) {
+    JobOptions& options = gathered.job;
     command.set_help_flag("-h,--help", "Print this help and exit");
     command.add_option("CLIP", options.clip, "The clip to work on")->required();
     command.add_option("-o,--output", options.movie, "The movie to write")->required()->type_name("MOVIE");
-    addChoice(command, "--file-type", options.fileType, fileTypes, "mov|mp4",
+    addChoice(command, "--file-type", gathered.choices.fileType, fileTypes, "mov|mp4",
               "The movie's container; by default its extension");
     command.add_flag("-f,--force", options.force, "Replace MOVIE if it exists");
     command.add_flag("--json", options.json, "Print progress and result as one JSON object a line");
@@ -57,24 +64,27 @@ void describeJob(CLI::App& command, JobOptions& options) {
     command.footer(exitStatus);
 }
 
-CLI::App* addMake(CLI::App& program, MakeOptions& options) {
+CLI::App* addMake(CLI::App& program, Gathered& gathered) {
     CLI::App* make = program.add_subcommand("make", "Make a movie of CLIP backward, alone or joined to CLIP");
-    addChoice(*make, "--output-type", options.outputType, outputTypes,
+    MovieRecipe::Choices& choices = gathered.choices;
+    addChoice(*make, "--output-type", choices.outputType, outputTypes,
               "reverse|reverse-forward|forward-reverse", "What the movie is made of [reverse]");
-    addSpeed(*make, "--reverse-speed", options.reverseSpeed,
+    addSpeed(*make, "--reverse-speed", choices.reverseSpeed,
              "How fast the backward part runs, 0.1 to 10 [1]");
-    addSpeed(*make, "--normal-speed", options.normalSpeed, "How fast the forward part runs, 0.1 to 10 [1]");
-    addChoice(*make, "--quality", options.quality, qualities, "low|medium|high",
+    addSpeed(*make, "--normal-speed", choices.normalSpeed, "How fast the forward part runs, 0.1 to 10 [1]");
+    addChoice(*make, "--quality", gathered.job.quality, qualities, "low|medium|high",
               "Largest size: 640x480, 1280x720 or 1920x1080 [medium]");
-    make->add_flag("--keep-metadata", options.keepMetadata, "Keep CLIP's place, date and camera");
-    describeJob(*make, options);
+    make->add_flag_callback(
+        "--keep-metadata", [&choices] { choices.metadata = ClipMetadata::keep; },
+        "Keep CLIP's place, date and camera");
+    describeJob(*make, gathered);
     return make;
 }
 
-CLI::App* addReverse(CLI::App& program, ReverseOptions& options) {
+CLI::App* addReverse(CLI::App& program, Gathered& gathered) {
     CLI::App* reverse = program.add_subcommand(
         "reverse", "Reverse CLIP in its own size and rate, picture and sound, and do nothing else");
-    describeJob(*reverse, options);
+    describeJob(*reverse, gathered);
     return reverse;
 }
 
@@ -89,10 +99,14 @@ AVFileType typeByExtension(const std::string& movie) {
     return known->second;
 }
 
-template <typename Options>
-Options completed(const CLI::App& command, Options options) {
+/// The job of a command whose options have passed their checks.
+JobOptions completed(const CLI::App& command, const Gathered& gathered, bool isReversalOnly) {
+    MovieRecipe::Choices choices = gathered.choices;
     if (command.count("--file-type") == 0)
-        options.fileType = typeByExtension(options.movie);
+        choices.fileType = typeByExtension(gathered.job.movie);
+    JobOptions options = gathered.job;
+    options.recipe =
+        isReversalOnly ? MovieRecipe::reversalOnly(choices.fileType) : *MovieRecipe::make(choices);
     return options;
 }
 
@@ -104,15 +118,15 @@ ParsedCommandLine parseCommandLine(int argc, char** argv) {
     program.set_version_flag("--version", "anadrome-cli " ANADROME_VERSION, "Print the version and exit");
     program.set_help_flag("-h,--help", "Print this help and exit");
     program.require_subcommand(1);
-    MakeOptions makeOptions;
-    ReverseOptions reverseOptions;
+    Gathered makeOptions;
+    Gathered reverseOptions;
     const CLI::App* make = addMake(program, makeOptions);
     const CLI::App* reverse = addReverse(program, reverseOptions);
     try {
         program.parse(argc, argv);
         if (make->parsed())
-            return completed(*make, makeOptions);
-        return completed(*reverse, reverseOptions);
+            return completed(*make, makeOptions, false);
+        return completed(*reverse, reverseOptions, true);
     } catch (const CLI::ParseError& outcome) {
         return program.exit(outcome, std::cout, std::cerr) == 0 ? ExitCode::done : ExitCode::wrongUse;
     }

@@ -3,9 +3,7 @@
 #include "Platform/Foundation/ProcessSetUp.h"
 #include "Platform/Foundation/TemporaryDirectory.h"
 #include "Terminal/CommandLine.h"
-#include "Terminal/ExitCode.h"
-#include "Terminal/MakeCommand.h"
-#include "Terminal/ReverseCommand.h"
+#include "Terminal/JobCommand.h"
 
 #include <QCoreApplication>
 #include <iostream>
@@ -24,19 +22,12 @@ void routeDiagnostics(bool verbose) {
         setDebugSink(toStandardError);
 }
 
-int runCommand(Command& command) {
-    const Interruption interruption([&](int exitCode) { command.interrupt(exitCode); });
-    command.start([](int exitCode) { QCoreApplication::exit(exitCode); });
-    return QCoreApplication::exec();
-}
-
-template <class JobCommand, class Options>
-int run(const Options& options) {
+int run(const JobOptions& options) {
     routeDiagnostics(options.verbose);
-    const int exitCode = [&] {
-        JobCommand command(options);
-        return runCommand(command);
-    }();
+    const auto command = std::make_shared<JobCommand>(options);
+    const Interruption interruption([&](int exitCode) { command->interrupt(exitCode); });
+    command->start([](int exitCode) { QCoreApplication::exit(exitCode); });
+    const int exitCode = QCoreApplication::exec();
     TemporaryDirectory::remove();
     return exitCode;
 }
@@ -50,7 +41,5 @@ int main(int argc, char** argv) {
     const auto parsed = parseCommandLine(argc, argv);
     if (const int* exitCode = std::get_if<int>(&parsed))
         return *exitCode;
-    if (const auto* options = std::get_if<MakeOptions>(&parsed))
-        return run<MakeCommand>(*options);
-    return run<ReverseCommand>(std::get<ReverseOptions>(parsed));
+    return run(std::get<JobOptions>(parsed));
 }

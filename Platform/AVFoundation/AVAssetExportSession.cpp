@@ -49,6 +49,10 @@ void AVAssetExportSession::exportAsynchronouslyWithCompletionHandler(std::functi
     m_run->start([self = shared_from_this(), handler = std::move(handler)] { handler(); });
 }
 
+void AVAssetExportSession::cancelExport() {
+    m_run->cancel();
+}
+
 AVAssetExportSessionStatus AVAssetExportSession::status() const {
     return m_run->status();
 }

@@ -54,8 +54,13 @@ public:
     /// the asset live until then. A failed export leaves its unfinished file.
     void exportAsynchronouslyWithCompletionHandler(std::function<void()> handler);
 
+    /// Ends the export with status cancelled and removes its file. Returns at once; the handler runs soon,
+    /// and doesn't wait for decoding and encoding threads to end. An export that hasn't begun ends as soon as
+    /// it does; one that has ended stays as it is. Any thread.
+    void cancelExport();
+
     AVAssetExportSessionStatus status() const;
-    /// Set when failed, and only then.
+    /// Set when failed or cancelled, and only then.
     std::optional<NSError> error() const;
     /// From 0 to 1, rising; 1 when completed.
     float progress() const;

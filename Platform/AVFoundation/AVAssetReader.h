@@ -3,6 +3,7 @@
 #include "Platform/AVFoundation/AVAsset.h"
 #include "Platform/AVFoundation/AVAssetReaderTrackOutput.h"
 
+#include <atomic>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -13,7 +14,8 @@ enum class AVAssetReaderStatus { unknown = 0, reading = 1, completed = 2, failed
 
 /// Decodes an asset from start to end, track by track. Every output decodes on a thread of its own, a few
 /// samples ahead of the caller, with a look of its own into the file: outputs may be drained one after
-/// another without one holding up decoded samples of the other. One thread uses a reader at a time.
+/// another without one holding up decoded samples of the other. One thread uses a reader at a
+/// time, except to cancel it.
 class AVAssetReader {
 public:
     /// An asset that can't be read is an error.
@@ -35,7 +37,8 @@ public:
     /// Set only when failed.
     std::optional<NSError> error() const;
 
-    /// Ends reading: further reads give null. Without effect once completed or failed.
+    /// Ends reading: further reads give null, also one that waits for a sample. Without effect once completed
+    /// or failed. After startReading() any thread may call it.
     void cancelReading();
 
 private:
@@ -44,7 +47,7 @@ private:
     std::shared_ptr<AVAsset> m_asset;
     std::vector<std::shared_ptr<AVAssetReaderTrackOutput>> m_outputs;
     bool m_started = false;
-    bool m_cancelled = false;
+    std::atomic<bool> m_cancelled = false;
     std::optional<NSError> m_startError;
 };
 

@@ -5,6 +5,7 @@
 #include "Platform/Foundation/NSDictionary.h"
 #include "Platform/Foundation/Result.h"
 
+#include <atomic>
 #include <memory>
 #include <optional>
 
@@ -41,7 +42,7 @@ private:
     AVAssetTrackRef m_track;
     Dictionary m_settings;
     std::shared_ptr<libav::TrackPipeline> m_pipeline;
-    bool m_ended = false;
+    std::atomic<bool> m_ended = false;
 };
 
 } // namespace anadrome

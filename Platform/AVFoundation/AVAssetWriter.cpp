@@ -107,8 +107,12 @@ void AVAssetWriter::finishWritingWithCompletionHandler(std::function<void()> han
 void AVAssetWriter::cancelWriting() {
     if (status() != AVAssetWriterStatus::writing)
         return;
-    m_session->cancel();
+    abandonWriting();
     m_session->waitForEncoders();
+}
+
+void AVAssetWriter::abandonWriting() {
+    m_session->cancel();
 }
 
 AVAssetWriterStatus AVAssetWriter::status() const {

@@ -55,6 +55,8 @@ public:
     /// Stops encoding, waits until it has stopped, and removes the file. Without effect once completed or
     /// failed.
     void cancelWriting();
+    /// The same without the wait: the encoding threads end by themselves, up to a few pictures later.
+    void abandonWriting();
 
     AVAssetWriterStatus status() const;
     std::optional<NSError> error() const;

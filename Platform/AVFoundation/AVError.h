@@ -29,6 +29,7 @@ enum AVErrorCode : long {
     AVErrorOperationNotSupportedForAsset = -11838,
     AVErrorInvalidVideoComposition = -11841,
     AVErrorUnsupportedOutputSettings = -11861,
+    AVErrorOperationCancelled = -11878,
 };
 
 /// An error of AVFoundationErrorDomain with the code's own sentence as description.

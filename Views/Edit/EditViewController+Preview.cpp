@@ -1,5 +1,6 @@
 // The Edit screen's player: the clip backwards and without sound, a seek bar against the clip's clock.
 
+#include "Models/VideoFileManager.h"
 #include "Platform/Dispatch/DispatchQueue.h"
 #include "Platform/Foundation/Print.h"
 #include "Platform/UIKit/UIImageView.h"
@@ -26,21 +27,28 @@ float seconds32(const CMTime& time) {
 
 void EditViewController::applySpeedToPreview() {
     ViewHelper::showHud(view());
-    const Container container = chosenContainer();
-    const URL output = newWorkUrl(container);
+    const URL output = VideoFileManager::newWorkUrl(chosenFileType());
     m_videoEncoder->changeSpeed(
-        *m_inputUrl, output, container.fileType, m_reverseSpeed, [](float) {},
+        *m_inputUrl, output, chosenFileType(), m_reverseSpeed, [](float) {},
         [weak = weakSelf(), output](bool success, const std::optional<std::string>& message) {
             debugLog(std::string("result = ") + (success ? "true" : "false"));
-            const auto self = weak.lock();
-            if (self && !success)
-                return self->stageFailed({success, message});
             ViewHelper::hideHud();
-            DispatchQueue::main().async([weak, output] {
-                if (const auto alive = weak.lock())
-                    alive->loadPreviewPlayer(output);
-            });
+            if (const auto self = weak.lock())
+                self->renditionFinished(output, success, message);
         });
+}
+
+void EditViewController::renditionFinished(const URL& rendition, bool success,
+                                           const std::optional<std::string>& message) {
+    if (!success) {
+        if (!message)
+            fatalError("A rendition failed without a message");
+        return ViewHelper::showError(self(), *message);
+    }
+    DispatchQueue::main().async([weak = weakSelf(), rendition] {
+        if (const auto alive = weak.lock())
+            alive->loadPreviewPlayer(rendition);
+    });
 }
 
 void EditViewController::loadPreviewPlayer(const URL& url) {

@@ -2,7 +2,6 @@
 
 #include "Models/VideoFileManager.h"
 #include "Platform/Foundation/NSBundle.h"
-#include "Platform/Foundation/NSProcessInfo.h"
 #include "Platform/Foundation/NSUserDefaults.h"
 #include "Platform/Foundation/Print.h"
 #include "Platform/UIKit/UIButton.h"
@@ -24,6 +23,7 @@ EditViewController::EditViewController()
     : m_videoEncoder(std::make_unique<VideoEncoder>(&ViewHelper::updateProgress)) {}
 
 EditViewController::~EditViewController() {
+    leaveJob();
     // An ad that is late holds a screen that was left long ago; by then the files are another clip's.
     if (!m_hasLeftStack)
         VideoFileManager::removeAllWorkFiles();
@@ -32,8 +32,10 @@ EditViewController::~EditViewController() {
 
 void EditViewController::didMoveToParentViewController(const std::shared_ptr<UIViewController>& parent) {
     m_hasLeftStack = !parent;
-    if (m_hasLeftStack)
+    if (m_hasLeftStack) {
+        leaveJob();
         VideoFileManager::removeAllWorkFiles();
+    }
 }
 
 std::shared_ptr<EditViewController> EditViewController::self() {
@@ -192,15 +194,22 @@ void EditViewController::createTap() {
     createVideo();
 }
 
-EditViewController::Container EditViewController::chosenContainer() const {
-    if (m_fileTypeSegmentedControl.lock()->selectedSegmentIndex() == 0)
-        return {AVFileTypeQuickTimeMovie, ".mov"};
-    return {AVFileTypeMPEG4, ".mp4"};
+AVFileType EditViewController::chosenFileType() const {
+    return m_fileTypeSegmentedControl.lock()->selectedSegmentIndex() == 0 ? AVFileTypeQuickTimeMovie
+                                                                          : AVFileTypeMPEG4;
 }
 
-URL EditViewController::newWorkUrl(const Container& container) {
-    return VideoFileManager::videosDirectory().appendingPathComponent(
-        NSProcessInfo::processInfo().globallyUniqueString() + container.extension);
+MovieRecipe EditViewController::chosenRecipe() const {
+    const bool keepsMetadata = NSUserDefaults::standardUserDefaults().boolForKey("isSaveExifKey");
+    const Result<MovieRecipe> recipe = MovieRecipe::make(
+        {.outputType = static_cast<OutputType>(m_outputTypeSegmentedControl.lock()->selectedSegmentIndex()),
+         .reverseSpeed = m_reverseSpeed,
+         .normalSpeed = m_normalSpeed,
+         .fileType = chosenFileType(),
+         .metadata = keepsMetadata ? ClipMetadata::keep : ClipMetadata::drop});
+    if (!recipe)
+        fatalError("The Edit screen's controls allow no such movie: " + recipe.error().description());
+    return *recipe;
 }
 
 } // namespace anadrome

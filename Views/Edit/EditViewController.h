@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Models/VideoEncoder.h"
+#include "Models/MovieJob.h"
 #include "Platform/AVFoundation/AVPlayer.h"
 #include "Platform/Foundation/NSNotificationCenter.h"
 #include "Platform/Services/Ads/GADInterstitialAd.h"
@@ -21,9 +21,11 @@ class UISlider;
 class UISwitch;
 
 /// The Edit screen: plays one clip backwards, lets the user choose what movie is made of it, and makes it.
-/// Main thread only, apart from the job's stages (EditViewController+Job.cpp). When it leaves its stack, or
-/// goes away without that, it takes all work files along.
-class EditViewController : public UIViewController, public GADFullScreenContentDelegate {
+/// Main thread only. When it leaves its stack, or goes away without that, it ends its job and takes all work
+/// files along.
+class EditViewController : public UIViewController,
+                           public GADFullScreenContentDelegate,
+                           public MovieJob::Observer {
 public:
     EditViewController();
     ~EditViewController() override;
@@ -40,6 +42,15 @@ public:
     double reverseSpeed() const { return m_reverseSpeed; }
     double normalSpeed() const { return m_normalSpeed; }
 
+    /// The movie that is being made; null if none is.
+    const std::shared_ptr<MovieJob>& job() const { return m_job; }
+    /// Called with each new job just before it starts, for those who want to observe it, too.
+    void setJobHandler(std::function<void(const std::shared_ptr<MovieJob>&)> handler) {
+        m_jobHandler = std::move(handler);
+    }
+    /// Ends the job, if one runs. The screen stays as it is.
+    void cancelJob();
+
     void didMoveToParentViewController(const std::shared_ptr<UIViewController>& parent) override;
 
 protected:
@@ -49,22 +60,6 @@ protected:
     void viewWillDisappear(bool animated) override;
 
 private:
-    /// The container of the movies that are made, and its file extension with the dot.
-    struct Container {
-        AVFileType fileType;
-        std::string extension;
-    };
-    /// What the controls held when the job began.
-    struct Job {
-        Container container;
-        bool isReverseOnly;
-    };
-    /// How a stage ended; a failure has a message.
-    struct StageResult {
-        bool success;
-        std::optional<std::string> message;
-    };
-
     // Controls (EditViewController.cpp)
     void setupViews();
     void setupCaptions();
@@ -78,13 +73,14 @@ private:
     void fileTypeChanged();
     void exifChanged();
     void createTap();
-    Container chosenContainer() const;
-    static URL newWorkUrl(const Container& container);
+    AVFileType chosenFileType() const;
+    MovieRecipe chosenRecipe() const;
     std::shared_ptr<EditViewController> self();
     std::weak_ptr<EditViewController> weakSelf() { return self(); }
 
     // Preview (EditViewController+Preview.cpp)
     void applySpeedToPreview();
+    void renditionFinished(const URL& rendition, bool success, const std::optional<std::string>& message);
     void loadPreviewPlayer(const URL& url);
     void playBackwards();
     void seekToEnd();
@@ -101,20 +97,13 @@ private:
     /// False, with a dialog that says why, if the disk can't hold the clip's raw frames.
     bool hasRoomForFrames();
 
-    // Job chain (EditViewController+Job.cpp)
+    // The movie (EditViewController+Job.cpp)
     void createVideo();
-    void startReverse(const Job& job);
-    void reverseFinished(const Job& job, const URL& reverseOutput, const StageResult& result);
-    void reverseSpeedChangeFinished(const Job& job, const URL& reversed, const StageResult& result);
-    void normalSpeedChangeFinished(const Job& job, const URL& forward, const URL& reversed,
-                                   const StageResult& result);
-    void mergeVideos(const Job& job, const URL& forward, const URL& reversed);
-    void mergeFinished(const URL& merged, const StageResult& result);
-    void stageFailed(const StageResult& result);
-    void finishOnMainQueue(const URL& url);
+    void jobBeganStage(const MovieJob& job, MovieJob::Stage stage) override;
+    void jobProgressed(const MovieJob& job) override;
+    void jobEnded(const MovieJob& job, const MovieJob::Outcome& outcome) override;
+    void leaveJob();
     void finishOutput(const URL& url);
-    void compressFinished(const Result<URL>& result);
-    void presentInterstitialOrPreview();
     void showPreview();
 
     // Interstitial (EditViewController+Interstitial.cpp)
@@ -144,7 +133,10 @@ private:
     std::weak_ptr<UIButton> m_createButton;
     std::weak_ptr<NSLayoutConstraint> m_createButtonBottomConstraint;
 
+    /// For renditions of the preview.
     const std::unique_ptr<VideoEncoder> m_videoEncoder;
+    std::shared_ptr<MovieJob> m_job;
+    std::function<void(const std::shared_ptr<MovieJob>&)> m_jobHandler;
     std::shared_ptr<AVPlayer> m_player = std::make_shared<AVPlayer>();
     std::optional<AVPlayer::TimeObserverToken> m_timeObserverToken;
     std::optional<URL> m_inputUrl;
@@ -152,7 +144,6 @@ private:
     float m_playbackSpeed = -1.0F;
     double m_reverseSpeed = 1.0;
     double m_normalSpeed = 1.0;
-    bool m_isReverseFirst = false;
     std::shared_ptr<GADInterstitialAd> m_interstitial;
     std::shared_ptr<GADBannerView> m_bannerView;
     bool m_hasLeftStack = false;

@@ -121,6 +121,8 @@ void WriterSession::request(WriterLane& lane, const DispatchQueue& queue, std::f
     const std::lock_guard lock(m_mutex);
     if (lane.request)
         fatalError("AVAssetWriterInput: media data was requested twice");
+    if (lane.finished)
+        return;
     lane.requestQueue = queue;
     lane.request = std::move(block);
     wakeRequestsLocked();
@@ -224,7 +226,11 @@ void WriterSession::runLane(std::size_t index) {
 
 std::optional<NSError> WriterSession::encodeLane(std::size_t index) {
     WriterLane& lane = *m_lanes[index];
-    const PacketSink sink = [this, index](AVPacket& packet) { return m_muxer->write(index, packet); };
+    const PacketSink sink = [this, index](AVPacket& packet) -> std::optional<NSError> {
+        if (status() == AVAssetWriterStatus::cancelled)
+            return makeAVError(AVErrorOperationCancelled);
+        return m_muxer->write(index, packet);
+    };
     bool opened = false;
     while (std::optional<EncoderInput> input = take(lane)) {
         if (!opened) {

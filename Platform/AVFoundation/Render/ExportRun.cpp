@@ -34,6 +34,21 @@ void ExportRun::start(std::function<void()> completion) {
     });
 }
 
+void ExportRun::cancel() {
+    const std::lock_guard lock(m_mutex);
+    if (std::exchange(m_isCancelled, true) || !m_isWriting)
+        return;
+    DispatchQueue::global(QualityOfService::userInitiated).async([self = shared_from_this()] {
+        self->abandon();
+    });
+}
+
+void ExportRun::abandon() {
+    // The feeds end by themselves, as the writer takes nothing more.
+    m_writer->abandonWriting();
+    complete(AVAssetExportSessionStatus::cancelled, makeAVError(AVErrorOperationCancelled));
+}
+
 std::optional<NSError> ExportRun::prepare() {
     if (std::optional<NSError> error = m_asset->loadError())
         return error;
@@ -122,6 +137,13 @@ void ExportRun::startWriting() {
     }
     m_writer->startSessionAtSourceTime(kCMTimeZero);
     m_openFeeds = (m_videoInput ? 1 : 0) + (m_audioInput ? 1 : 0);
+    const bool isCancelled = [this] {
+        const std::lock_guard lock(m_mutex);
+        m_isWriting = true;
+        return m_isCancelled;
+    }();
+    if (isCancelled)
+        return abandon();
     if (m_videoInput)
         feed(m_videoInput, &ExportRun::appendPicture);
     if (m_audioInput)
@@ -189,6 +211,9 @@ void ExportRun::finishWriting() {
     m_sound.reset();
     m_writer->finishWritingWithCompletionHandler([self = shared_from_this()] {
         std::optional<NSError> failure = self->feedError();
+        if (self->m_writer->status() == AVAssetWriterStatus::cancelled)
+            return self->complete(AVAssetExportSessionStatus::cancelled,
+                                  makeAVError(AVErrorOperationCancelled));
         if (!failure && self->m_writer->status() != AVAssetWriterStatus::completed)
             failure = self->m_writer->error().value_or(makeAVError(AVErrorExportFailed));
         self->complete(failure ? AVAssetExportSessionStatus::failed : AVAssetExportSessionStatus::completed,
@@ -197,12 +222,15 @@ void ExportRun::finishWriting() {
 }
 
 void ExportRun::complete(AVAssetExportSessionStatus status, std::optional<NSError> error) {
-    if (status == AVAssetExportSessionStatus::completed)
-        m_progress = 1;
     {
         const std::lock_guard lock(m_mutex);
+        // A cancelled run may be told its end by the writer as well.
+        if (m_status != AVAssetExportSessionStatus::exporting)
+            return;
         m_status = status;
         m_error = std::move(error);
+        if (status == AVAssetExportSessionStatus::completed)
+            m_progress = 1;
     }
     const std::function<void()> completion = std::exchange(m_completion, nullptr);
     completion();

@@ -31,6 +31,8 @@ public:
     /// Only before start().
     ExportRequest& request() { return m_request; }
     void start(std::function<void()> completion);
+    /// See AVAssetExportSession::cancelExport().
+    void cancel();
 
     AVAssetExportSessionStatus status() const;
     std::optional<NSError> error() const;
@@ -43,6 +45,8 @@ private:
     void prepareAudio();
     std::shared_ptr<AVAssetWriterInput> makeVideoInput(const FrameSchedule& schedule) const;
     void startWriting();
+    /// Ends a cancelled run that writes.
+    void abandon();
 
     /// A step of a feed: appends the next sample. False at the end.
     using Step = Result<bool> (ExportRun::*)();
@@ -74,6 +78,9 @@ private:
     mutable std::mutex m_mutex;
     AVAssetExportSessionStatus m_status = AVAssetExportSessionStatus::unknown;
     std::optional<NSError> m_error;
+    bool m_isCancelled = false;
+    /// The writer has its file and may be stopped from another thread.
+    bool m_isWriting = false;
     /// What ended the feeds before their time.
     std::optional<NSError> m_feedError;
     int m_openFeeds = 0;
