@@ -1,6 +1,8 @@
 # The house is built in floors: a folder includes only folders below it. Every floor is one library whose public
 # include folder shows its own source folders and nothing else, so that an include that points upwards finds no file.
 
+include(GNUInstallDirs)
+
 add_library(anadrome_options INTERFACE)
 target_compile_options(anadrome_options INTERFACE -Wall -Wextra -Wpedantic)
 target_compile_definitions(anadrome_options INTERFACE QT_NO_KEYWORDS)
@@ -30,6 +32,10 @@ function(anadrome_floor name)
         file(CREATE_LINK ${PROJECT_SOURCE_DIR}/${folder} ${view}/${folder} SYMBOLIC)
     endforeach()
     add_library(${name} STATIC ${sources})
-    target_include_directories(${name} PUBLIC ${view})
-    target_link_libraries(${name} PUBLIC ${FLOOR_LINKS} PRIVATE anadrome_options ${FLOOR_PRIVATE_LINKS})
+    target_compile_features(${name} PUBLIC cxx_std_20)
+    target_include_directories(${name} PUBLIC
+        $<BUILD_INTERFACE:${view}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/anadrome>)
+    target_link_libraries(${name} PUBLIC ${FLOOR_LINKS}
+        PRIVATE $<BUILD_INTERFACE:anadrome_options> ${FLOOR_PRIVATE_LINKS})
+    set_target_properties(${name} PROPERTIES ANADROME_FOLDERS "${FLOOR_FOLDERS}")
 endfunction()
