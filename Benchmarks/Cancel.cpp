@@ -90,8 +90,13 @@ long residentKilobytes() {
     return 0;
 }
 
+/// Those with a name: the event loops of pooled threads have descriptors, too, and come and go with them.
 long openFiles() {
-    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+    const std::filesystem::directory_iterator all("/proc/self/fd");
+    return std::ranges::count_if(all, [](const auto& entry) {
+        std::error_code gone;
+        return read_symlink(entry.path(), gone).string().starts_with('/');
+    });
 }
 
 /// Lets threads that were cut short come to their end.
@@ -128,26 +133,24 @@ int main(int argc, char** argv) {
     NSUserDefaults::standardUserDefaults().keepInMemory();
     NSUserDefaults::standardUserDefaults().setInteger(2, "resolutionIndexKey");
     std::mt19937 random(20261123);
-    long memory = 0;
-    long files = 0;
+    std::vector<std::pair<MovieRecipe, std::shared_ptr<CancelledJob>>> whole;
     for (const OutputType type :
          {OutputType::reversed, OutputType::reversedThenForward, OutputType::forwardThenReversed}) {
         const MovieRecipe recipe = *MovieRecipe::make({.outputType = type, .metadata = ClipMetadata::keep});
-        const auto whole = std::make_shared<CancelledJob>();
-        whole->run(recipe, clip, std::nullopt, 0);
-        settle();
-        if (memory == 0) {
-            memory = residentKilobytes();
-            files = openFiles();
-        }
-        for (std::size_t stage = 0; stage < stageNames.size(); ++stage)
-            if (whole->lengths().at(stage) > 0)
-                measureStage(recipe, clip, static_cast<MovieJob::Stage>(stage), whole->lengths().at(stage),
-                             rounds, random);
+        whole.emplace_back(recipe, std::make_shared<CancelledJob>());
+        whole.back().second->run(recipe, clip, std::nullopt, 0);
     }
     settle();
-    std::cout << "memory " << memory << ' ' << residentKilobytes() << "\nfiles " << files << ' '
-              << openFiles() << std::endl;
+    const long memory = residentKilobytes();
+    const long files = openFiles();
+    for (const auto& [recipe, job] : whole)
+        for (std::size_t stage = 0; stage < stageNames.size(); ++stage)
+            if (job->lengths().at(stage) > 0)
+                measureStage(recipe, clip, static_cast<MovieJob::Stage>(stage), job->lengths().at(stage), rounds,
+                             random);
+    settle();
+    std::cout << "memory " << memory << ' ' << residentKilobytes() << "\nfiles " << files << ' ' << openFiles()
+              << std::endl;
     TemporaryDirectory::remove();
     return 0;
 }
