@@ -1,5 +1,7 @@
 #include "Desktop/Surfaces/PictureFrame.h"
 
+#include "Desktop/Surfaces/QtVersions.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -103,9 +105,9 @@ void turn(QVideoFrame& frame, const CGAffineTransform& t) {
     const double down = t.b;
     frame.setMirrored(mirrored);
     if (std::abs(right) >= std::abs(down))
-        frame.setRotationAngle(right > 0 ? QVideoFrame::Rotation0 : QVideoFrame::Rotation180);
+        setRotation(frame, right > 0 ? 0 : 180);
     else
-        frame.setRotationAngle(down > 0 ? QVideoFrame::Rotation90 : QVideoFrame::Rotation270);
+        setRotation(frame, down > 0 ? 90 : 270);
 }
 
 } // namespace

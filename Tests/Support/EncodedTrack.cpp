@@ -1,5 +1,7 @@
 #include "Tests/Support/EncodedTrack.h"
 
+#include "Platform/AVFoundation/Libav/LibavVersions.h"
+
 #include <cmath>
 
 namespace anadrome::testing_support {
@@ -25,7 +27,7 @@ EncodedTrack::EncodedTrack(AVFormatContext& file, CodecPtr encoder, double start
 
 void EncodedTrack::encode(const AVFrame* frame) {
     if (frame)
-        durations_[frame->pts] = frame->pkt_duration;
+        durations_[frame->pts] = libav::durationOf(*frame);
     checked(avcodec_send_frame(encoder_.get(), frame), "cannot encode a frame");
     for (;;) {
         const int result = avcodec_receive_packet(encoder_.get(), packet_.get());

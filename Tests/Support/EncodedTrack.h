@@ -18,8 +18,7 @@ public:
     const AVCodecContext& encoder() const { return *encoder_; }
     AVStream& stream() const { return stream_; }
 
-    /// Encodes a frame, whose duration is in pkt_duration, and writes what
-    /// the encoder has ready; null ends the track.
+    /// Encodes a frame, which tells its duration, and writes what the encoder has ready; null ends the track.
     void encode(const AVFrame* frame);
 
 private:

@@ -1,4 +1,6 @@
 #include "Tests/Support/MovieReader.h"
+
+#include "Platform/AVFoundation/Libav/LibavVersions.h"
 #include "Tests/Support/MovieFile.h"
 
 #include <algorithm>
@@ -20,12 +22,11 @@ std::string tagText(std::uint32_t tag) {
 }
 
 std::optional<DisplayMatrix> matrixOf(const AVStream& stream) {
-    std::size_t size = 0;
-    const std::uint8_t* data = av_stream_get_side_data(&stream, AV_PKT_DATA_DISPLAYMATRIX, &size);
+    const auto data = libav::sideData(stream, AV_PKT_DATA_DISPLAYMATRIX);
     DisplayMatrix matrix{};
-    if (!data || size < sizeof matrix)
+    if (data.size() < sizeof matrix)
         return std::nullopt;
-    std::copy_n(reinterpret_cast<const std::int32_t*>(data), matrix.size(), matrix.begin());
+    std::copy_n(reinterpret_cast<const std::int32_t*>(data.data()), matrix.size(), matrix.begin());
     return matrix;
 }
 

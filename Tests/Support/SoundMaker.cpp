@@ -1,5 +1,7 @@
 #include "Tests/Support/TrackMakers.h"
 
+#include "Platform/AVFoundation/Libav/LibavVersions.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -12,7 +14,7 @@ constexpr int kUsualFrameSize = 1024;
 CodecPtr openEncoder(const AVFormatContext& file, const ClipOptions& options) {
     const AVCodec& codec = encoderNamed(options.audioCodec);
     CodecPtr encoder(checked(avcodec_alloc_context3(&codec), "no memory for an encoder"));
-    encoder->sample_fmt = codec.sample_fmts ? codec.sample_fmts[0] : AV_SAMPLE_FMT_S16;
+    encoder->sample_fmt = libav::firstSampleFormat(codec, AV_SAMPLE_FMT_S16);
     encoder->sample_rate = options.audioRate;
     encoder->time_base = {1, options.audioRate};
     encoder->bit_rate = std::int64_t{64000} * options.audioChannels;
@@ -62,7 +64,7 @@ void SoundMaker::makeNext() {
     checked(swr_convert(converter_.get(), frame->extended_data, count, &source, count),
             "cannot convert sound");
     frame->pts = position_;
-    frame->pkt_duration = count;
+    libav::setDuration(*frame, count);
     track_.encode(frame.get());
     position_ += count;
 }

@@ -1,5 +1,7 @@
 #include "Tests/Support/TrackMakers.h"
 
+#include "Platform/AVFoundation/Libav/LibavVersions.h"
+
 extern "C" {
 #include <libavutil/opt.h>
 }
@@ -100,9 +102,8 @@ VideoMaker::VideoMaker(AVFormatContext& file, const ClipOptions& options)
     stream.sample_aspect_ratio = options.pixelAspect;
     if (options.orientation != Orientation::Upright) {
         const DisplayMatrix matrix = displayMatrix(options.orientation, options.width, options.height);
-        std::uint8_t* copy =
-            checked(av_stream_new_side_data(&stream, AV_PKT_DATA_DISPLAYMATRIX, sizeof matrix),
-                    "no memory for a matrix");
+        std::uint8_t* copy = checked(libav::newSideData(stream, AV_PKT_DATA_DISPLAYMATRIX, sizeof matrix),
+                                     "no memory for a matrix");
         std::memcpy(copy, matrix.data(), sizeof matrix);
     }
 }
@@ -124,13 +125,14 @@ void VideoMaker::makeNext() {
     frame.colorspace = encoder.colorspace;
     frame.color_range = encoder.color_range;
     frame.sample_aspect_ratio = encoder.sample_aspect_ratio;
-    frame.interlaced_frame = options_.interlaced ? 1 : 0;
-    frame.top_field_first = frame.interlaced_frame;
+    if (options_.interlaced)
+        libav::setInterlaced(frame);
     frame.quality = encoder.global_quality;
     frame.pts = position_;
-    frame.pkt_duration = durationOf(options_, number_);
+    const std::int64_t duration = durationOf(options_, number_);
+    libav::setDuration(frame, duration);
     track_.encode(&frame);
-    position_ += frame.pkt_duration;
+    position_ += duration;
     ++number_;
 }
 

@@ -4,6 +4,7 @@
 #include "Platform/Foundation/FileDescriptor.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <fcntl.h>
 #include <linux/videodev2.h>

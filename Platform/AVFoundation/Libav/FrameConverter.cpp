@@ -2,6 +2,7 @@
 
 #include "Platform/AVFoundation/Libav/ColorTags.h"
 #include "Platform/AVFoundation/Libav/FramePixels.h"
+#include "Platform/AVFoundation/Libav/LibavVersions.h"
 
 #include <array>
 
@@ -42,7 +43,7 @@ bool isFullRange(const AVFrame& frame) {
 /// Only a vertical change of the chroma grid would mix the lines of two fields.
 bool mixesFields(const AVFrame& frame) {
     const AVPixFmtDescriptor* format = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(frame.format));
-    return frame.interlaced_frame && format->log2_chroma_h == 0 && frame.height % 4 == 0;
+    return isInterlaced(frame) && format->log2_chroma_h == 0 && frame.height % 4 == 0;
 }
 
 OSType planarTypeFor(const AVFrame& frame) {

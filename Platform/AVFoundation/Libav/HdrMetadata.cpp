@@ -1,5 +1,6 @@
 #include "Platform/AVFoundation/Libav/HdrMetadata.h"
 
+#include "Platform/AVFoundation/Libav/LibavVersions.h"
 #include "Platform/CoreMedia/CMFormatDescription.h"
 
 #include <array>
@@ -62,16 +63,15 @@ std::string pair(const char* name, unsigned first, unsigned second) {
 
 Dictionary hdrExtensions(const AVStream* stream) {
     Dictionary extensions;
-    if (const std::uint8_t* data =
-            av_stream_get_side_data(stream, AV_PKT_DATA_MASTERING_DISPLAY_METADATA, nullptr)) {
-        const auto& display = *reinterpret_cast<const AVMasteringDisplayMetadata*>(data);
+    if (const auto data = sideData(*stream, AV_PKT_DATA_MASTERING_DISPLAY_METADATA); !data.empty()) {
+        const auto& display = *reinterpret_cast<const AVMasteringDisplayMetadata*>(data.data());
         if (display.has_primaries && display.has_luminance)
             extensions.emplace(kCMFormatDescriptionExtension_MasteringDisplayColorVolume,
                                masteringBytes(display));
     }
-    if (const std::uint8_t* data = av_stream_get_side_data(stream, AV_PKT_DATA_CONTENT_LIGHT_LEVEL, nullptr))
+    if (const auto data = sideData(*stream, AV_PKT_DATA_CONTENT_LIGHT_LEVEL); !data.empty())
         extensions.emplace(kCMFormatDescriptionExtension_ContentLightLevelInfo,
-                           lightLevelBytes(*reinterpret_cast<const AVContentLightMetadata*>(data)));
+                           lightLevelBytes(*reinterpret_cast<const AVContentLightMetadata*>(data.data())));
     return extensions;
 }
 

@@ -1,6 +1,7 @@
 #include "Platform/AVFoundation/Libav/MovieMuxer.h"
 
 #include "Platform/AVFoundation/Libav/Errors.h"
+#include "Platform/AVFoundation/Libav/LibavVersions.h"
 #include "Platform/AVFoundation/Libav/Log.h"
 #include "Platform/AVFoundation/Libav/MovieMetadata.h"
 
@@ -19,13 +20,13 @@ namespace anadrome::libav {
 namespace {
 
 /// The other direction of what TrackFacts reads: 16.16 fixed point, the last column 2.30.
-void attachTransform(AVStream* stream, const CGAffineTransform& t) {
+void attachTransform(AVStream& stream, const CGAffineTransform& t) {
     if (t == CGAffineTransformIdentity)
         return;
     const auto fixed = [](double term) { return static_cast<std::int32_t>(std::lround(term * (1 << 16))); };
     const std::int32_t matrix[9] = {fixed(t.a), fixed(t.b),  0,           fixed(t.c), fixed(t.d),
                                     0,          fixed(t.tx), fixed(t.ty), 1 << 30};
-    std::uint8_t* data = av_stream_new_side_data(stream, AV_PKT_DATA_DISPLAYMATRIX, sizeof matrix);
+    std::uint8_t* data = newSideData(stream, AV_PKT_DATA_DISPLAYMATRIX, sizeof matrix);
     if (data)
         std::copy_n(reinterpret_cast<const std::uint8_t*>(matrix), sizeof matrix, data);
 }
@@ -132,7 +133,7 @@ std::optional<NSError> MovieMuxer::addStream(Track& track) {
     if (track.parameters->codec_id == AV_CODEC_ID_HEVC)
         // Parameter sets stand in the sample description alone.
         track.stream->codecpar->codec_tag = MKTAG('h', 'v', 'c', '1');
-    attachTransform(track.stream, track.transform);
+    attachTransform(*track.stream, track.transform);
     return std::nullopt;
 }
 

@@ -1,5 +1,7 @@
 #include "Platform/AVFoundation/Libav/PictureReader.h"
 
+#include "Platform/AVFoundation/Libav/LibavVersions.h"
+
 #include <algorithm>
 
 namespace anadrome::libav {
@@ -20,7 +22,7 @@ bool PictureReader::convert(const Decoder& decoder, const AVFrame& frame, const 
 CMTime PictureReader::risingTime(const Decoder& decoder, const AVFrame& frame) {
     CMTime time = decoder.time(frame);
     if (CMTIME_IS_INVALID(time) || (CMTIME_IS_VALID(m_lastTime) && CMTimeCompare(time, m_lastTime) <= 0)) {
-        const std::int64_t ticks = std::max<std::int64_t>(frame.pkt_duration, 1);
+        const std::int64_t ticks = std::max<std::int64_t>(durationOf(frame), 1);
         const AVRational timeBase = decoder.file().stream(decoder.streamIndex())->time_base;
         time = CMTIME_IS_VALID(m_lastTime) ? CMTimeAdd(m_lastTime, timeFrom(ticks, timeBase))
                                            : timeFrom(0, timeBase);

@@ -2,6 +2,7 @@
 
 #include "Platform/AVFoundation/Libav/Decoder.h"
 #include "Platform/AVFoundation/Libav/HdrMetadata.h"
+#include "Platform/AVFoundation/Libav/LibavVersions.h"
 #include "Platform/AVFoundation/Libav/StreamTiming.h"
 #include "Platform/CoreVideo/CVImageBufferKeys.h"
 
@@ -34,11 +35,10 @@ CGAffineTransform movedIntoView(CGAffineTransform t, CGSize size) {
 
 /// The track matrix of the file: nine terms, the outer column in 2.30 and the rest in 16.16 fixed point.
 CGAffineTransform transformOf(const AVStream* stream, CGSize naturalSize) {
-    std::size_t size = 0;
-    const std::uint8_t* data = av_stream_get_side_data(stream, AV_PKT_DATA_DISPLAYMATRIX, &size);
-    if (!data || size < 9 * sizeof(std::int32_t))
+    const auto data = sideData(*stream, AV_PKT_DATA_DISPLAYMATRIX);
+    if (data.size() < 9 * sizeof(std::int32_t))
         return CGAffineTransformIdentity;
-    const auto* m = reinterpret_cast<const std::int32_t*>(data);
+    const auto* m = reinterpret_cast<const std::int32_t*>(data.data());
     constexpr double one = 1 << 16;
     const CGAffineTransform transform{m[0] / one, m[1] / one, m[3] / one, m[4] / one, m[6] / one, m[7] / one};
     const bool collapses = transform.a * transform.d == transform.b * transform.c;

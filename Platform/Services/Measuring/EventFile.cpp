@@ -105,7 +105,7 @@ bool EventFile::append(const StoredEvent& event) const {
         return false;
     if (static_cast<std::size_t>(std::ranges::count(*text, '\n')) < capacity) {
         const bool isTorn = !text->empty() && text->back() != '\n';
-        return appendText(m_path, (isTorn ? "\n" : "") + lineOf(event));
+        return appendText(m_path, std::string(isTorn ? "\n" : "").append(lineOf(event)));
     }
     std::vector<StoredEvent> events = eventsIn(*text);
     events.push_back(event);

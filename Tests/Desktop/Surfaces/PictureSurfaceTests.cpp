@@ -1,4 +1,5 @@
 #include "Desktop/Surfaces/PictureSurface.h"
+#include "Desktop/Surfaces/QtVersions.h"
 
 #include "Tests/Support/Orientation.h"
 
@@ -60,7 +61,7 @@ QVideoFrame shown(const ShownPicture& picture) {
 
 /// Where a VideoOutput shows a point of the frame: turned clockwise, then mirrored left to right.
 RelativePoint shownByVideoOutput(const QVideoFrame& frame, RelativePoint point) {
-    for (int angle = 0; angle < frame.rotationAngle(); angle += 90)
+    for (int angle = 0; angle < rotationOf(frame); angle += 90)
         point = {1 - point.y, point.x};
     if (frame.mirrored())
         point.x = 1 - point.x;

@@ -76,9 +76,10 @@ protected:
         return found;
     }
     /// Of an item that shows that text.
-    QRectF placeOfText(const QString& text) {
+    QRectF placeOfText(const QString& text) { return placeOfText(text, window()); }
+    static QRectF placeOfText(const QString& text, const QQuickWindow& window) {
         QRectF found;
-        visit(window().contentItem(), [&](QQuickItem& item) {
+        visit(window.contentItem(), [&](QQuickItem& item) {
             if (item.property("text").toString() == text && item.isVisible())
                 found = item.mapRectToScene(QRectF(0, 0, item.width(), item.height()));
         });
