@@ -7,7 +7,6 @@
 #include "Platform/Foundation/TemporaryDirectory.h"
 #include "Platform/Services/Ads/GADFullScreenAdViewController.h"
 #include "Platform/UIKit/UIApplication.h"
-#include "Platform/UIKit/UIButton.h"
 #include "Platform/UIKit/UIDocumentPickerViewController.h"
 #include "Platform/UIKit/UIHost.h"
 #include "Platform/UIKit/UINavigationController.h"
@@ -16,6 +15,7 @@
 #include "Platform/UIKit/UIWindowSceneDelegate.h"
 #include "Views/Edit/EditViewController.h"
 #include "Views/Preview/PreviewViewController.h"
+#include "Views/Title/TitleViewController.h"
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -32,12 +32,6 @@ double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-void tap(UIViewController& screen, const std::string& name) {
-    for (const auto& view : screen.view()->subviews())
-        if (view->accessibilityIdentifier() == name)
-            return std::dynamic_pointer_cast<UIButton>(view)->tap();
-}
-
 /// Plays the user: takes the clip, closes what lies over the screens, and ends with the Preview screen.
 class Hand final : public UIHost {
 public:
@@ -45,12 +39,14 @@ public:
 
     void pick(UINavigationController& stack) {
         m_start = Clock::now();
-        tap(*stack.topViewController(), "iCloudButton");
+        dynamic_cast<TitleViewController&>(*stack.topViewController()).views().iCloudButton->tap();
     }
 
     void didPush(UINavigationController&, UIViewController& screen, bool) override {
         if (dynamic_cast<EditViewController*>(&screen))
-            later(screen, [](UIViewController& edit) { tap(edit, "createButton"); });
+            later(screen, [](UIViewController& edit) {
+                dynamic_cast<EditViewController&>(edit).views().createButton->tap();
+            });
         if (dynamic_cast<PreviewViewController*>(&screen)) {
             std::cout << secondsSince(m_start) << ' ' << m_longestGap << std::endl;
             QCoreApplication::quit();

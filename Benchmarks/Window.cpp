@@ -2,8 +2,7 @@
 // in milliseconds, the first by which it is judged.
 
 #include "Desktop/DesktopApp.h"
-#include "Desktop/Items/PlayerItem.h"
-#include "Desktop/Items/TextItems.h"
+#include "Desktop/Screens/EditScreen.h"
 #include "Platform/AVKit/AVPlayerLayerView.h"
 #include "Platform/Foundation/NSNotificationCenter.h"
 #include "Platform/Foundation/NSUserDefaults.h"
@@ -108,6 +107,10 @@ AVPlayer& previewPlayer() {
 constexpr auto onceLater = static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection);
 
 /// Calls back when the clip's first picture has been drawn.
+EditScreen& editScreen(DesktopApp& app) {
+    return dynamic_cast<EditScreen&>(*app.host().stack()->top());
+}
+
 void open(DesktopApp& app, const QString& clip, const std::function<void()>& drawn) {
     app.host().openClip(QUrl::fromLocalFile(clip));
     QObject::connect(
@@ -150,7 +153,7 @@ void measureJob(DesktopApp& app, const QString& clip) {
             print(*heartbeat);
             QCoreApplication::quit();
         });
-        qobject_cast<ButtonItem*>(app.host().stack()->top()->view("createButton"))->tap();
+        editScreen(app).createButton->tap();
     });
 }
 
@@ -193,7 +196,7 @@ void measurePlaying(DesktopApp& app, const QString& clip, float rate) {
         player.setRate(rate);
         const auto heartbeat = std::make_shared<Heartbeat>();
         const auto drawn = std::make_shared<DrawnPictures>(app);
-        const auto* item = qobject_cast<PlayerItem*>(app.host().stack()->top()->view("playerView"));
+        const auto* item = editScreen(app).playerView;
         NSNotificationCenter::defaultCenter().addObserverForName(
             AVPlayerItemDidPlayToEndTimeNotification, player.currentItem(),
             [heartbeat, drawn, item](const NSNotification&) {

@@ -1,7 +1,7 @@
 #include "Desktop/DesktopHost.h"
 
-#include "Desktop/Items/TextItems.h"
 #include "Desktop/Screens/HandOver.h"
+#include "Desktop/Screens/TitleScreen.h"
 #include "Desktop/System/ClipObstacle.h"
 #include "Desktop/System/ClipboardFile.h"
 #include "Desktop/System/FileAddress.h"
@@ -78,8 +78,8 @@ void DesktopHost::openFile(const URL& clip) {
         return refuseClip(*obstacle);
     navigation->popToRootViewControllerAnimated(false);
     m_pickedClip = clip;
-    if (auto* openFile = qobject_cast<ButtonItem*>(m_stack.top()->view("iCloudButton")))
-        openFile->tap();
+    if (auto* title = qobject_cast<TitleScreen*>(m_stack.top()))
+        title->iCloudButton->tap();
     m_pickedClip.reset();
 }
 

@@ -11,7 +11,7 @@ namespace anadrome::desktop {
 
 /// The camera: looks for one, shows it, records a clip, lets the user look at that and hands it over. The
 /// devices are free while a clip is looked at. The clip's file goes with the screen or with the next clip.
-class CameraScreen : public ShownScreen {
+class CameraScreen : public anadrome::desktop::ShownScreen {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the host")

@@ -1,7 +1,6 @@
 #include "Desktop/Items/BannerItem.h"
 
 #include "Desktop/PictureProvider.h"
-#include "Platform/Services/Ads/GADBannerView.h"
 #include "Platform/Services/Deployment.h"
 
 namespace anadrome::desktop {

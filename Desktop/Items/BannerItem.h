@@ -1,13 +1,14 @@
 #pragma once
 
 #include "Desktop/Items/ViewItem.h"
+#include "Platform/Services/Ads/GADBannerView.h"
 
 #include <QUrl>
 
 namespace anadrome::desktop {
 
 /// The room of an ad in a screen.
-class BannerItem : public ViewItem {
+class BannerItem : public anadrome::desktop::ViewItem {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by a screen")
@@ -24,7 +25,7 @@ class BannerItem : public ViewItem {
     Q_PROPERTY(bool leads READ leads NOTIFY changed)
 
 public:
-    using ViewItem::ViewItem;
+    BannerItem(const std::shared_ptr<GADBannerView>& view, QObject* parent) : ViewItem(view, parent) {}
 
     static bool isOffered();
     bool isFilled() const;

@@ -1,9 +1,5 @@
 #include "Desktop/Items/ControlItems.h"
 
-#include "Platform/UIKit/UISegmentedControl.h"
-#include "Platform/UIKit/UISlider.h"
-#include "Platform/UIKit/UISwitch.h"
-
 namespace anadrome::desktop {
 
 bool ControlItem::isEnabled() const {

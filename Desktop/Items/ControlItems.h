@@ -1,25 +1,28 @@
 #pragma once
 
 #include "Desktop/Items/ViewItem.h"
+#include "Platform/UIKit/UISegmentedControl.h"
+#include "Platform/UIKit/UISlider.h"
+#include "Platform/UIKit/UISwitch.h"
 
 #include <QStringList>
 
 namespace anadrome::desktop {
 
 /// A control that the user may be kept from.
-class ControlItem : public ViewItem {
+class ControlItem : public anadrome::desktop::ViewItem {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by a screen")
 
 public:
-    using ViewItem::ViewItem;
+    ControlItem(const std::shared_ptr<UIControl>& view, QObject* parent) : ViewItem(view, parent) {}
 
     bool isEnabled() const override;
 };
 
 /// Chooses a number.
-class SliderItem : public ControlItem {
+class SliderItem : public anadrome::desktop::ControlItem {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by a screen")
@@ -29,7 +32,7 @@ class SliderItem : public ControlItem {
     Q_PROPERTY(bool tracking READ isTracking NOTIFY changed)
 
 public:
-    using ControlItem::ControlItem;
+    SliderItem(const std::shared_ptr<UISlider>& view, QObject* parent) : ControlItem(view, parent) {}
 
     double from() const;
     double to() const;
@@ -46,7 +49,7 @@ public:
 };
 
 /// Chooses one of a few.
-class SegmentsItem : public ControlItem {
+class SegmentsItem : public anadrome::desktop::ControlItem {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by a screen")
@@ -55,21 +58,22 @@ class SegmentsItem : public ControlItem {
     Q_PROPERTY(int selected READ selected NOTIFY changed)
 
 public:
-    using ControlItem::ControlItem;
+    SegmentsItem(const std::shared_ptr<UISegmentedControl>& view, QObject* parent)
+        : ControlItem(view, parent) {}
 
     QStringList titles() const;
     int selected() const;
     Q_INVOKABLE void tap(int index);
 };
 
-class SwitchItem : public ControlItem {
+class SwitchItem : public anadrome::desktop::ControlItem {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by a screen")
     Q_PROPERTY(bool on READ isOn NOTIFY changed)
 
 public:
-    using ControlItem::ControlItem;
+    SwitchItem(const std::shared_ptr<UISwitch>& view, QObject* parent) : ControlItem(view, parent) {}
 
     bool isOn() const;
     Q_INVOKABLE void tap();

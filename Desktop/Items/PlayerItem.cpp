@@ -1,7 +1,6 @@
 #include "Desktop/Items/PlayerItem.h"
 
 #include "Desktop/Items/ShapedSurface.h"
-#include "Platform/AVKit/AVPlayerLayerView.h"
 #include "Platform/UIKit/UITapGestureRecognizer.h"
 
 #include <QPointer>

@@ -1,18 +1,15 @@
 #pragma once
 
 #include "Desktop/Items/ControlItems.h"
+#include "Platform/AVKit/AVPlayerLayerView.h"
 
 #include <QSizeF>
 #include <QVideoSink>
 
-namespace anadrome {
-class AVPlayer;
-}
-
 namespace anadrome::desktop {
 
 /// The place of a player's pictures.
-class PlayerItem : public ViewItem {
+class PlayerItem : public anadrome::desktop::ViewItem {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by a screen")
@@ -20,7 +17,7 @@ class PlayerItem : public ViewItem {
     Q_PROPERTY(double aspect READ aspect NOTIFY aspectChanged)
 
 public:
-    using ViewItem::ViewItem;
+    PlayerItem(const std::shared_ptr<AVPlayerLayerView>& view, QObject* parent) : ViewItem(view, parent) {}
     ~PlayerItem() override { leave(); }
 
     double aspect() const { return m_aspect; }

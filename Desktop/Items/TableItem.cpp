@@ -1,20 +1,15 @@
 #include "Desktop/Items/TableItem.h"
 
-#include "Platform/UIKit/UITableView.h"
-
-#include <QVariantMap>
-
 namespace anadrome::desktop {
 
-QVariantList TableItem::rows() const {
+std::vector<TableRow> TableItem::rows() const {
     return ask<UITableView>([](UITableView& table) {
-        QVariantList rows;
+        std::vector<TableRow> rows;
         for (const auto& [path, cell] : table.cells()) {
             const UIImageRef& image = cell->imageView()->image();
-            rows.append(QVariantMap{{"section", static_cast<int>(path.section)},
-                                    {"row", static_cast<int>(path.row)},
-                                    {"text", QString::fromStdString(cell->textLabel()->text())},
-                                    {"symbol", image ? QString::fromStdString(image->systemName()) : ""}});
+            rows.push_back({static_cast<int>(path.section), static_cast<int>(path.row),
+                            QString::fromStdString(cell->textLabel()->text()),
+                            image ? QString::fromStdString(image->systemName()) : QString()});
         }
         return rows;
     });

@@ -1,9 +1,5 @@
 #include "Desktop/Items/TextItems.h"
 
-#include "Platform/UIKit/UIButton.h"
-#include "Platform/UIKit/UIImageView.h"
-#include "Platform/UIKit/UILabel.h"
-
 namespace anadrome::desktop {
 
 QString LabelItem::text() const {
@@ -17,10 +13,6 @@ bool LabelItem::isEnabled() const {
 QString ButtonItem::title() const {
     return ask<UIButton>(
         [](UIButton& button) { return QString::fromStdString(button.titleLabel()->text()); });
-}
-
-bool ButtonItem::isEnabled() const {
-    return ask<UIButton>([](UIButton& button) { return button.isEnabled(); });
 }
 
 void ButtonItem::tap() {

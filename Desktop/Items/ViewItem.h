@@ -7,8 +7,10 @@
 
 namespace anadrome::desktop {
 
-/// What a storyboard sees of one view: its properties, and in derived classes the user's hand on it. Holds
-/// the view weakly; once that is gone the item is that of a view that isn't shown. Main thread only.
+/// What QML sees of one view: its properties, and in derived classes the operations of its user. Holds the
+/// view weakly; once that is gone the item is that of a view that isn't shown. Main thread only.
+///
+/// Classes that QML sees name their base class in full: qmllint of Qt 6.4 finds it only so.
 class ViewItem : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -16,8 +18,6 @@ class ViewItem : public QObject {
     Q_PROPERTY(bool shown READ isShown NOTIFY changed)
     Q_PROPERTY(double alpha READ alpha NOTIFY changed)
     Q_PROPERTY(bool enabled READ isEnabled NOTIFY changed)
-    /// From the foot of what it lies in, in points, where a constraint says so; else 0.
-    Q_PROPERTY(double bottomDistance READ bottomDistance NOTIFY changed)
     /// How long the last change is to take, in milliseconds.
     Q_PROPERTY(int duration READ duration NOTIFY changed)
 
@@ -28,7 +28,6 @@ public:
     double alpha() const;
     /// Whether the view takes part; true for what knows no other state.
     virtual bool isEnabled() const { return true; }
-    double bottomDistance() const;
     int duration() const { return m_duration; }
 
     bool isOf(const UIView& view) const { return m_view.lock().get() == &view; }

@@ -6,7 +6,7 @@
 namespace anadrome::desktop {
 
 /// A choice from the movies in the user's Videos folder, which is looked through once, in the background.
-class LibraryScreen : public ShownScreen {
+class LibraryScreen : public anadrome::desktop::ShownScreen {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the host")

@@ -8,7 +8,7 @@
 namespace anadrome::desktop {
 
 /// An ad over the whole window. The user can close it when it has been there for a few seconds.
-class AdScreen : public ShownScreen {
+class AdScreen : public anadrome::desktop::ShownScreen {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the host")

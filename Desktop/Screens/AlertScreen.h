@@ -7,14 +7,14 @@
 namespace anadrome::desktop {
 
 /// A dialog.
-class AlertScreen : public ShownScreen {
+class AlertScreen : public anadrome::desktop::ShownScreen {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the host")
     Q_PROPERTY(QString title READ title CONSTANT)
     Q_PROPERTY(QString message READ message CONSTANT)
     /// The titles of the choices.
-    Q_PROPERTY(QStringList actions READ actions CONSTANT)
+    Q_PROPERTY(QList<QString> actions READ actions CONSTANT)
 
 public:
     using ShownScreen::ShownScreen;

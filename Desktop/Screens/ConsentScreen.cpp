@@ -1,12 +1,14 @@
 #include "Desktop/Screens/ConsentScreen.h"
 
-#include "Platform/Services/Consent/UMPConsentFormViewController.h"
-
 namespace anadrome::desktop {
 
-int ConsentScreen::purposeCount() const {
-    const auto form = controllerAs<UMPConsentFormViewController>();
-    return form ? static_cast<int>(form->purposeRows().size()) : 0;
+ConsentScreen::ConsentScreen(const std::shared_ptr<UIViewController>& controller, QString kind,
+                             QObject* parent)
+    : ShownScreen(controller, std::move(kind), parent) {
+    for (const auto& [label, acceptance] : views().rows) {
+        m_purposeLabels.append(add<LabelItem>(label));
+        m_purposeSwitches.append(add<SwitchItem>(acceptance));
+    }
 }
 
 } // namespace anadrome::desktop

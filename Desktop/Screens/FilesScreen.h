@@ -8,7 +8,7 @@
 namespace anadrome::desktop {
 
 /// A choice of files from anywhere.
-class FilesScreen : public ShownScreen {
+class FilesScreen : public anadrome::desktop::ShownScreen {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the host")

@@ -10,6 +10,7 @@
 #include "Desktop/Screens/PreviewScreen.h"
 #include "Desktop/Screens/SettingsScreen.h"
 #include "Desktop/Screens/ShareScreen.h"
+#include "Desktop/Screens/TitleScreen.h"
 #include "Platform/Foundation/Print.h"
 #include "Platform/PhotosUI/PHPickerViewController.h"
 #include "Platform/Services/Ads/GADFullScreenAdViewController.h"
@@ -36,17 +37,17 @@ struct Kind {
     ShownScreen* (*make)(const ControllerRef& controller, QString kind, QObject* parent);
 };
 
-template <class Controller, class Item = ShownScreen>
+template <class Controller, class Screen>
 constexpr Kind kind(const char* name) {
     return {name,
             [](UIViewController* controller) { return dynamic_cast<Controller*>(controller) != nullptr; },
             [](const ControllerRef& controller, QString kind, QObject* parent) -> ShownScreen* {
-                return new Item(controller, std::move(kind), parent);
+                return new Screen(controller, std::move(kind), parent);
             }};
 }
 
 constexpr Kind kinds[] = {
-    kind<TitleViewController>("Title"),
+    kind<TitleViewController, TitleScreen>("Title"),
     kind<EditViewController, EditScreen>("Edit"),
     kind<PreviewViewController, PreviewScreen>("Preview"),
     kind<SettingsViewController, SettingsScreen>("Settings"),

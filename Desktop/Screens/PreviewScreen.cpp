@@ -1,9 +1,8 @@
 #include "Desktop/Screens/PreviewScreen.h"
 
-#include "Desktop/Items/ControlItems.h"
+#include "Platform/AVKit/AVPlayerViewController.h"
 #include "Platform/UIKit/UINavigationController.h"
 #include "Views/Edit/EditViewController.h"
-#include "Views/Preview/PreviewViewController.h"
 
 namespace anadrome::desktop {
 
@@ -27,11 +26,9 @@ QVariantMap stretch(double end, bool isBackward) {
 QVariantList stretchesOf(const std::shared_ptr<EditViewController>& edit) {
     if (!edit)
         return {};
-    ShownScreen screen(edit, "Edit", nullptr);
-    const auto* outputType = qobject_cast<SegmentsItem*>(screen.view("outputTypeSegmentedControl"));
     const double backward = 1 / edit->reverseSpeed();
     const double forward = 1 / edit->normalSpeed();
-    switch (outputType->selected()) {
+    switch (edit->views().outputTypeSegmentedControl->selectedSegmentIndex()) {
     case 1:
         return {stretch(backward / (backward + forward), true), stretch(1, false)};
     case 2:
@@ -46,6 +43,7 @@ QVariantList stretchesOf(const std::shared_ptr<EditViewController>& edit) {
 PreviewScreen::PreviewScreen(const std::shared_ptr<UIViewController>& controller, QString kind,
                              QObject* parent)
     : ShownScreen(controller, std::move(kind), parent),
+      moviePlayer(add<PlayerItem>(controllerAs<PreviewViewController>()->playerController()->layerView())),
       m_player(new MoviePlayer(controllerAs<PreviewViewController>()->playerBefore(), this)),
       m_stretches(stretchesOf(makerOf(*controller))) {}
 

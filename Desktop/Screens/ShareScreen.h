@@ -12,7 +12,7 @@ namespace anadrome::desktop {
 
 /// The share sheet: hands a movie or a text on to other programs. A way that succeeds ends the sheet; with
 /// one that fails it stays, under a dialog.
-class ShareScreen : public ShownScreen {
+class ShareScreen : public anadrome::desktop::ShownScreen {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the host")
@@ -20,6 +20,7 @@ class ShareScreen : public ShownScreen {
     Q_PROPERTY(QString text READ text CONSTANT)
     /// The first file, as other programs get it; empty if there is none.
     Q_PROPERTY(QUrl file READ file CONSTANT)
+    Q_PROPERTY(bool hasFile READ hasFile CONSTANT)
     /// Where a copy would be saved, if the user has no wish of their own.
     Q_PROPERTY(QUrl usualPlace READ usualPlace CONSTANT)
     /// Whether the user has a mail program.
@@ -32,6 +33,7 @@ public:
 
     QString text() const;
     QUrl file() const;
+    bool hasFile() const { return !m_file.empty(); }
     QUrl usualPlace() const;
     bool canMail() const;
     bool isBusy() const { return m_isBusy; }

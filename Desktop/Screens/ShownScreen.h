@@ -3,17 +3,17 @@
 #include "Desktop/Items/ViewItem.h"
 #include "Platform/UIKit/UIViewController.h"
 
-#include <map>
+#include <vector>
 
 namespace anadrome::desktop {
 
-/// What a storyboard sees of one controller: its views by name. Holds the controller weakly. Main thread
-/// only.
+/// What QML sees of one controller; in derived classes its views, each as an item. Holds the controller
+/// weakly. Main thread only.
 class ShownScreen : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the host")
-    /// Names the storyboard: qml/screens/KIND.qml.
+    /// Names the page: qml/screens/KIND.qml.
     Q_PROPERTY(QString kind READ kind CONSTANT)
 
 public:
@@ -21,10 +21,6 @@ public:
         : QObject(parent), m_controller(controller), m_kind(std::move(kind)) {}
 
     const QString& kind() const { return m_kind; }
-
-    /// The item of the view with that name; null if the screen has none. Always the same, owned by the
-    /// screen.
-    Q_INVOKABLE anadrome::desktop::ViewItem* view(const QString& name);
 
     /// The user goes away from what lies over other screens without a choice.
     Q_INVOKABLE virtual void close();
@@ -42,10 +38,18 @@ protected:
         return std::dynamic_pointer_cast<Controller>(m_controller.lock());
     }
 
+    /// Makes the item of a view, which hears of the view's changes. Owned by the screen.
+    template <class Item, class View>
+    Item* add(const std::shared_ptr<View>& view) {
+        auto* item = new Item(view, this);
+        m_items.push_back(item);
+        return item;
+    }
+
 private:
     const std::weak_ptr<UIViewController> m_controller;
     const QString m_kind;
-    std::map<QString, ViewItem*> m_items;
+    std::vector<ViewItem*> m_items;
 };
 
 } // namespace anadrome::desktop

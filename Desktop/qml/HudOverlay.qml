@@ -54,7 +54,7 @@ FocusScope {
             anchors.top: sign.bottom
             anchors.topMargin: Theme.near
             visible: text !== ""
-            text: [overlay.hud.text, overlay.hud.detail].filter(line => line !== "").join("\n")
+            text: overlay.hud.text + (overlay.hud.text && overlay.hud.detail ? "\n" : "") + overlay.hud.detail
             horizontalAlignment: Text.AlignHCenter
             color: overlay.hud.light ? Theme.hudLightText : Theme.hudText
             font.pixelSize: Theme.headSize

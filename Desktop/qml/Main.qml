@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Anadrome
 
@@ -12,7 +13,7 @@ Window {
     readonly property bool isBusy: host.hud.visible
     readonly property int overCount: host.presented.count
     readonly property bool isCovered: isAsked || isBusy || overCount > 0
-    readonly property string clipName: host.stack.top?.clipName ?? ""
+    readonly property string clipName: (host.stack.top as EditScreen)?.clipName ?? ""
 
     width: 420
     height: 860
@@ -33,12 +34,13 @@ Window {
         target: window.host
         function onNoticeGiven(text) { notice.show(text) }
     }
+    // The enum isn't found by qmllint of Qt 6.4.
     Shortcut {
-        sequences: [StandardKey.Paste]
+        sequences: [StandardKey.Paste] // qmllint disable unqualified
         onActivated: window.host.pasteClip()
     }
     Shortcut {
-        sequences: [StandardKey.Open]
+        sequences: [StandardKey.Open] // qmllint disable unqualified
         onActivated: if (window.host.acceptsClip()) choice.open()
     }
     Shortcut {

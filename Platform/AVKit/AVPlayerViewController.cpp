@@ -6,16 +6,14 @@ namespace anadrome {
 
 void AVPlayerViewController::setPlayer(std::shared_ptr<AVPlayer> player) {
     m_player = std::move(player);
-    if (const auto layerView = m_layerView.lock())
-        layerView->layer().setPlayer(m_player);
+    if (m_layerView)
+        m_layerView->layer().setPlayer(m_player);
 }
 
 std::shared_ptr<UIView> AVPlayerViewController::loadView() {
-    const auto layerView = std::make_shared<AVPlayerLayerView>();
-    layerView->setAccessibilityIdentifier("moviePlayer");
-    layerView->layer().setPlayer(m_player);
-    m_layerView = layerView;
-    return layerView;
+    m_layerView = std::make_shared<AVPlayerLayerView>();
+    m_layerView->layer().setPlayer(m_player);
+    return m_layerView;
 }
 
 } // namespace anadrome

@@ -15,12 +15,15 @@ public:
     void setPlayer(std::shared_ptr<AVPlayer> player);
     const std::shared_ptr<AVPlayer>& player() const { return m_player; }
 
+    /// Shows the movie's pictures. Null before the view is loaded.
+    const std::shared_ptr<AVPlayerLayerView>& layerView() const { return m_layerView; }
+
 protected:
     std::shared_ptr<UIView> loadView() override;
 
 private:
     std::shared_ptr<AVPlayer> m_player;
-    std::weak_ptr<AVPlayerLayerView> m_layerView;
+    std::shared_ptr<AVPlayerLayerView> m_layerView;
 };
 
 } // namespace anadrome

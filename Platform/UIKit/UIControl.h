@@ -33,6 +33,14 @@ public:
     /// Calls the function at each of these events, in the order of adding. The control owns the function, so
     /// it must hold the control's owner weakly.
     void addAction(UIControlEvents events, std::function<void()> function);
+    /// Calls the target's function at each of these events, as long as the target lives.
+    template <class Target>
+    void addTarget(Target& target, void (Target::*action)(), UIControlEvents events) {
+        addAction(events, [weak = target.weak_from_this(), &target, action] {
+            if (const auto alive = weak.lock())
+                (target.*action)();
+        });
+    }
     void sendActionsForControlEvents(UIControlEvents events);
 
 protected:

@@ -1,7 +1,6 @@
 #include "Platform/UIKit/UIStoryboard.h"
 
 #include "Platform/Foundation/Print.h"
-#include "Platform/UIKit/UINavigationController.h"
 #include "Platform/UIKit/UIStoryboardScene.h"
 
 #include <map>
@@ -32,15 +31,7 @@ UIStoryboard UIStoryboard::storyboardWithName(const std::string& name) {
 }
 
 std::shared_ptr<UIViewController> UIStoryboard::instantiateInitialViewController() const {
-    if (!m_initial)
-        return nullptr;
-    auto controller = m_initial->makeController();
-    controller->m_viewLoader = [scene = m_initial](const UIConnections& connections) {
-        return scene->makeView(connections);
-    };
-    if (m_initial->isInNavigationController())
-        return std::make_shared<UINavigationController>(controller);
-    return controller;
+    return m_initial ? m_initial->makeController() : nullptr;
 }
 
 } // namespace anadrome

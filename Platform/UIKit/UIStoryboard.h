@@ -19,7 +19,7 @@ public:
     /// An unknown name is fatal.
     static UIStoryboard storyboardWithName(const std::string& name);
 
-    /// A new controller each time, whose view is loaded and connected when it is first asked for. Null if the
+    /// A new controller each time, whose views are built when its view is first asked for. Null if the
     /// storyboard has no initial controller.
     std::shared_ptr<UIViewController> instantiateInitialViewController() const;
 

@@ -7,7 +7,6 @@
 
 #include <functional>
 #include <memory>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -24,14 +23,6 @@ public:
     UIView(const UIView&) = delete;
     UIView& operator=(const UIView&) = delete;
     virtual ~UIView();
-
-    /// The name by which a front end finds the view in its screen; empty for most.
-    const std::string& accessibilityIdentifier() const { return m_identifier; }
-    void setAccessibilityIdentifier(std::string name) { m_identifier = std::move(name); }
-
-    /// A number by which an action tells several senders apart.
-    long tag() const { return m_tag; }
-    void setTag(long tag) { m_tag = tag; }
 
     /// Where the view lies in its superview, in points. Set by front ends, which so aren't told of it; a view
     /// that a storyboard loads has the screen's size at first.
@@ -55,6 +46,13 @@ public:
     std::shared_ptr<UIWindow> window() const;
     /// Puts a view in front of the other subviews and takes it out of where it was.
     void addSubview(const std::shared_ptr<UIView>& view);
+    /// Adds a new view of that kind.
+    template <class View>
+    std::shared_ptr<View> addNew() {
+        auto view = std::make_shared<View>();
+        addSubview(view);
+        return view;
+    }
     void removeFromSuperview();
 
     void setNeedsLayout() { m_needsLayout = true; }
@@ -110,8 +108,6 @@ private:
     const UIView& root() const;
     bool isCoveredBySibling() const;
 
-    std::string m_identifier;
-    long m_tag = 0;
     CGRect m_frame;
     CALayer m_layer;
     CGFloat m_alpha = 1;

@@ -1,8 +1,8 @@
 #include "Platform/UIKit/UIViewController.h"
 
 #include "Platform/Foundation/Print.h"
-#include "Platform/UIKit/UIConnections.h"
 #include "Platform/UIKit/UINavigationController.h"
+#include "Platform/UIKit/UIScreen.h"
 #include "Platform/UIKit/UIView.h"
 
 #include <utility>
@@ -23,12 +23,10 @@ std::shared_ptr<UIView> UIViewController::loadView() {
 const std::shared_ptr<UIView>& UIViewController::view() {
     if (m_view)
         return m_view;
-    if (m_viewLoader) {
-        UIConnections connections(weak_from_this());
-        declareConnections(connections);
-        m_view = m_viewLoader(connections);
-    } else {
-        m_view = loadView();
+    m_view = loadView();
+    if (m_buildViews) {
+        m_view->setFrame(UIScreen::mainScreen().bounds());
+        m_buildViews(*m_view);
     }
     viewDidLoad();
     return m_view;

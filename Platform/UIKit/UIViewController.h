@@ -8,7 +8,6 @@
 
 namespace anadrome {
 
-class UIConnections;
 class UINavigationController;
 class UIView;
 class UIWindow;
@@ -74,9 +73,6 @@ protected:
     virtual void viewWillDisappear(bool /*animated*/) {}
     virtual void viewDidDisappear(bool /*animated*/) {}
 
-    /// Names the outlets and actions that a storyboard sets and wires.
-    virtual void declareConnections(UIConnections& /*connections*/) {}
-
     /// The children whose views show while this one's does.
     virtual std::vector<std::shared_ptr<UIViewController>> shownChildren() const { return m_children; }
     /// Puts one child's view in another's place, with both's life-cycle calls if this controller's view is on
@@ -85,10 +81,9 @@ protected:
                             const std::shared_ptr<UIViewController>& to, bool animated);
 
 private:
-    friend class UIStoryboard;
+    friend class UIStoryboardScene;
 
     enum class Appearance { disappeared, appearing, appeared, disappearing };
-    using ViewLoader = std::function<std::shared_ptr<UIView>(const UIConnections& connections)>;
 
     bool isInWindow() const;
     UIViewController& outermost();
@@ -96,8 +91,8 @@ private:
     bool mayPresent(const UIViewController& controller) const;
     void dismissPresented(bool animated);
 
-    /// Set by the storyboard that the controller comes from.
-    ViewLoader m_viewLoader;
+    /// Fills the root view. Set by the storyboard that the controller comes from.
+    std::function<void(UIView& root)> m_buildViews;
     UINavigationItem m_navigationItem;
     std::shared_ptr<UIView> m_view;
     Appearance m_appearance = Appearance::disappeared;

@@ -2,6 +2,7 @@
 
 #include "App/AppDelegate.h"
 #include "App/DeclareApp.h"
+#include "Platform/Services/Consent/UMPConsentFormViewController.h"
 #include "Platform/Services/Deployment.h"
 #include "Platform/UIKit/UIWindowSceneDelegate.h"
 #include "Tests/Support/Environment.h"
@@ -28,11 +29,7 @@ protected:
             m_scene->delegate()->window()->rootViewController());
     }
     /// Taps the button of the form that is shown.
-    void acceptConsent() const {
-        for (const auto& view : m_stack->presentedViewController()->view()->subviews())
-            if (view->accessibilityIdentifier() == "consentAccept")
-                return std::dynamic_pointer_cast<UIButton>(std::shared_ptr(view))->tap();
-    }
+    void acceptConsent() const { presented<UMPConsentFormViewController>()->views().accept->tap(); }
     bool isPrinted(const std::string& line) const { return timesPrinted(line) > 0; }
     long timesPrinted(const std::string& line) const {
         const auto lines = m_host.lines();

@@ -70,7 +70,7 @@ TEST_P(StartSequenceTest, TheAdsFollowTheConsent) {
     Deployment::setCurrent(values);
     launch();
     if (row.way == Way::coverTheScreen)
-        view<UIButton>("infoButton")->tap();
+        titleViews().infoButton->tap();
     const bool isFormExpected = row.way == Way::accept || row.way == Way::closeWithoutAnswer;
     EXPECT_TRUE(waitUntil([&] {
         return isFormExpected ? presented<UMPConsentFormViewController>() != nullptr

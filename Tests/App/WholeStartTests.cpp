@@ -37,13 +37,13 @@ protected:
         activate();
     }
     void openClip() {
-        view<UIButton>("iCloudButton")->tap();
+        titleViews().iCloudButton->tap();
         presented<UIDocumentPickerViewController>()->finish(
             {URL::fileURLWithPath(clip(clipName, {.width = 64, .height = 48, .frames = 6}))});
     }
     /// Makes a movie; tells whether an ad came before the Preview screen.
     bool makeMovie() {
-        view<UIButton>("createButton")->tap();
+        editViews().createButton->tap();
         EXPECT_TRUE(waitUntil([&] { return m_host.tells("push Preview") || m_host.tells("ad"); }));
         const auto ad = presented<GADFullScreenAdViewController>();
         if (ad)
@@ -52,7 +52,7 @@ protected:
         return ad != nullptr;
     }
     void save() {
-        view<UIButton>("saveButton")->tap();
+        previewViews().saveButton->tap();
         EXPECT_TRUE(waitFor("tick"));
         const auto library = m_folder.path() / "Videos" / "Anadrome";
         EXPECT_EQ(std::distance(std::filesystem::directory_iterator(library), {}), 1);

@@ -21,13 +21,12 @@ protected:
     }
 
     void open() { openEdit(clip("clip.mp4", {.width = 64, .height = 48, .frames = 6})); }
-    std::shared_ptr<GADBannerView> banner() const { return view<GADBannerView>("bannerView"); }
+    std::shared_ptr<GADBannerView> banner() const { return editViews().bannerView; }
     /// From the foot of the Create button to that of the screen.
     double createButtonDistance() const {
         const auto screen = m_stack->topViewController()->view();
         for (const auto& constraint : screen->constraints())
-            if (constraint->firstItem() == screen &&
-                constraint->secondItem() == view<UIButton>("createButton"))
+            if (constraint->firstItem() == screen && constraint->secondItem() == editViews().createButton)
                 return constraint->constant();
         return -1;
     }

@@ -20,12 +20,12 @@ protected:
         return openEdit(clip("clip.mp4", {.width = 64, .height = 48, .frames = 100, .frameRate = {5, 1}}));
     }
     void tapPreview() {
-        const auto& recognizer = view<PlayerView>("playerView")->gestureRecognizers().at(0);
+        const auto& recognizer = editViews().playerView->gestureRecognizers().at(0);
         std::dynamic_pointer_cast<UITapGestureRecognizer>(recognizer)->tap();
     }
     /// The symbol over the preview, and how visible it is.
     std::pair<std::string, double> icon() const {
-        const auto image = view<UIImageView>("playPauseButtonImageView");
+        const auto image = editViews().playPauseButtonImageView;
         return {image->image() ? image->image()->systemName() : "", image->alpha()};
     }
     static double seconds(const EditViewController& edit) {
@@ -50,33 +50,33 @@ TEST_F(EditControlsTest, OpensOnTheReversedClipAloneWithWhatIsStored) {
     // Any value other than 0 means MPEG-4.
     preferences().setInteger(7, "fileTypeIndexKey");
     const auto edit = open();
-    EXPECT_EQ(text("outputTypeValueLabel"), NSLocalizedString("OutputReverseOnly"));
-    EXPECT_EQ(text("reverseSpeedValueLabel"), "1.0x");
-    EXPECT_EQ(view<UISegmentedControl>("fileTypeSegmentedControl")->selectedSegmentIndex(), 1);
-    EXPECT_TRUE(view<UISwitch>("exifSwitch")->isOn());
+    EXPECT_EQ(editViews().outputTypeValueLabel->text(), NSLocalizedString("OutputReverseOnly"));
+    EXPECT_EQ(editViews().reverseSpeedValueLabel->text(), "1.0x");
+    EXPECT_EQ(editViews().fileTypeSegmentedControl->selectedSegmentIndex(), 1);
+    EXPECT_TRUE(editViews().exifSwitch->isOn());
     EXPECT_TRUE(edit->player()->isMuted());
     EXPECT_EQ(edit->player()->rate(), -1.0F) << "it plays by itself";
-    EXPECT_EQ(view<PlayerView>("playerView")->layer().player(), edit->player());
+    EXPECT_EQ(editViews().playerView->layer().player(), edit->player());
     EXPECT_FALSE(m_stack->interactivePopGestureRecognizer()->isEnabled());
 }
 
 TEST_F(EditControlsTest, TheForwardSpeedIsOutOfReachWhileNothingRunsForward) {
     const auto edit = open();
-    const auto slider = view<UISlider>("normalSpeedSlider");
+    const auto slider = editViews().normalSpeedSlider;
     for (const auto& [segment, isEnabled, key] : {std::tuple(1, true, "OutputReverseNormal"),
                                                   {2, true, "OutputNormalReverse"},
                                                   {0, false, "OutputReverseOnly"}}) {
-        view<UISegmentedControl>("outputTypeSegmentedControl")->tapSegment(segment);
-        EXPECT_EQ(text("outputTypeValueLabel"), NSLocalizedString(key));
+        editViews().outputTypeSegmentedControl->tapSegment(segment);
+        EXPECT_EQ(editViews().outputTypeValueLabel->text(), NSLocalizedString(key));
         EXPECT_EQ(slider->isEnabled(), isEnabled);
         EXPECT_EQ(slider->alpha(), isEnabled ? 1.0 : 0.3);
-        for (const char* label : {"normalSpeedLabel", "normalSpeedValueLabel"})
-            EXPECT_EQ(view<UILabel>(label)->isEnabled(), isEnabled);
-        EXPECT_TRUE(view<UISlider>("reverseSpeedSlider")->isEnabled());
+        for (const auto& label : {editViews().normalSpeedLabel, editViews().normalSpeedValueLabel})
+            EXPECT_EQ(label->isEnabled(), isEnabled);
+        EXPECT_TRUE(editViews().reverseSpeedSlider->isEnabled());
         if (isEnabled)
             setSpeed(*slider, 4.5);
         EXPECT_EQ(edit->normalSpeed(), 4.5);
-        EXPECT_EQ(text("normalSpeedValueLabel"), "4.5x");
+        EXPECT_EQ(editViews().normalSpeedValueLabel->text(), "4.5x");
     }
 }
 
@@ -90,13 +90,13 @@ TEST_F(EditControlsTest, ASpeedSliderHasTwoPiecesAndStepsOfATenth) {
         {0.0F, 0.1, "0.1x"},    {0.027F, 0.1, "0.1x"}, {0.0285F, 0.2, "0.2x"}, {0.25F, 0.6, "0.6x"},
         {0.4999F, 1.0, "1.0x"}, {0.502F, 1.0, "1.0x"}, {0.5029F, 1.1, "1.1x"}, {1.0F, 10.0, "10.0x"},
     };
-    const auto slider = view<UISlider>("reverseSpeedSlider");
+    const auto slider = editViews().reverseSpeedSlider;
     for (const auto& row : rows) {
         SCOPED_TRACE(row.position);
         ASSERT_TRUE(slider->beginTracking());
         slider->trackTo(row.position);
         EXPECT_EQ(edit->reverseSpeed(), row.speed);
-        EXPECT_EQ(text("reverseSpeedValueLabel"), row.text);
+        EXPECT_EQ(editViews().reverseSpeedValueLabel->text(), row.text);
         EXPECT_EQ(edit->player()->rate(), -1.0F) << "moving it doesn't touch the preview";
         slider->cancelTracking();
     }
@@ -104,7 +104,7 @@ TEST_F(EditControlsTest, ASpeedSliderHasTwoPiecesAndStepsOfATenth) {
 
 TEST_F(EditControlsTest, TheSeekBarRunsAgainstTheClip) {
     const auto edit = openPaused();
-    const auto bar = view<UISlider>("videoSeekBar");
+    const auto bar = editViews().videoSeekBar;
     EXPECT_EQ(bar->maximumValue(), length);
     for (const float position : {0.0F, 0.5F, 12.25F, length}) {
         slide(*bar, position);
@@ -129,7 +129,7 @@ TEST_F(EditControlsTest, TheSeekBarRunsAgainstTheClip) {
 
 TEST_F(EditControlsTest, ATapTurnsPlaybackAndTheIconOnAndOff) {
     const auto edit = open();
-    setSpeed(*view<UISlider>("reverseSpeedSlider"), 0.5);
+    setSpeed(*editViews().reverseSpeedSlider, 0.5);
     EXPECT_EQ(icon().second, 0.0);
     tapPreview();
     EXPECT_EQ(edit->player()->rate(), 0.0F);
@@ -145,7 +145,7 @@ TEST_F(EditControlsTest, APreviewThatHasRunOutWaitsAtTheEndForATap) {
     EXPECT_TRUE(waitUntil([&] { return edit->player()->rate() == 0 && icon().second == 1.0; }));
     EXPECT_EQ(icon().first, "play.circle");
     EXPECT_NEAR(seconds(*edit), 0.2, 1e-6);
-    EXPECT_TRUE(waitUntil([&] { return view<UISlider>("videoSeekBar")->value() == 0.0F; }));
+    EXPECT_TRUE(waitUntil([&] { return editViews().videoSeekBar->value() == 0.0F; }));
     tapPreview();
     EXPECT_EQ(edit->player()->rate(), -1.0F);
     EXPECT_TRUE(waitUntil([&] { return edit->player()->rate() == 0; })) << "it ends a second time";
@@ -161,7 +161,7 @@ TEST_F(EditControlsTest, LeavingForAnotherScreenPausesAndComingBackWaitsForATap)
     EXPECT_FALSE(m_stack->interactivePopGestureRecognizer()->isEnabled());
     EXPECT_EQ(edit->player()->rate(), 0.0F);
     EXPECT_EQ(icon().second, 0.0) << "the icon stays as it was";
-    const auto bar = view<UISlider>("videoSeekBar");
+    const auto bar = editViews().videoSeekBar;
     slide(*bar, 0.5F);
     tapPreview();
     EXPECT_TRUE(waitUntil([&] { return bar->value() > 0.7F; }));
@@ -178,40 +178,40 @@ TEST_F(EditControlsTest, LeavingForAnotherScreenPausesAndComingBackWaitsForATap)
 
 TEST_F(EditControlsTest, TheSeekBarWaitsForAClipThatIsNotLoadedAndIgnoresOneThatNeverWillBe) {
     const auto edit = open();
-    slide(*view<UISlider>("videoSeekBar"), 5);
+    slide(*editViews().videoSeekBar, 5);
     EXPECT_TRUE(waitUntil([&] { return isLoaded(*edit); }));
     EXPECT_GT(seconds(*edit), length - 1.0);
     m_stack->popViewControllerAnimated(false);
 
     std::ofstream(m_folder.file("text.mp4")) << "this is no movie";
     const auto unreadable = openEdit(m_folder.file("text.mp4"));
-    slide(*view<UISlider>("videoSeekBar"), 0);
+    slide(*editViews().videoSeekBar, 0);
     const auto item = unreadable->player()->currentItem();
     EXPECT_TRUE(waitUntil([&] { return item->status() == AVPlayerItemStatus::failed; }));
-    slide(*view<UISlider>("videoSeekBar"), 0);
+    slide(*editViews().videoSeekBar, 0);
     tapPreview();
 }
 
 TEST_F(EditControlsTest, LettingGoOfASpeedSliderPlaysARenditionOfTheReversedSpeed) {
     const auto edit = open();
-    view<UISegmentedControl>("outputTypeSegmentedControl")->tapSegment(1);
-    setSpeed(*view<UISlider>("reverseSpeedSlider"), 2.0);
+    editViews().outputTypeSegmentedControl->tapSegment(1);
+    setSpeed(*editViews().reverseSpeedSlider, 2.0);
     m_host.clear();
     const auto former = edit->player();
-    slide(*view<UISlider>("normalSpeedSlider"), 1.0F);
+    slide(*editViews().normalSpeedSlider, 1.0F);
     EXPECT_TRUE(waitUntil([&] { return edit->player() != former; }));
     EXPECT_EQ(m_host.story(), (Story{"ring", "no hud"}));
-    EXPECT_NEAR(view<UISlider>("videoSeekBar")->maximumValue(), length / 2, 1e-6)
+    EXPECT_NEAR(editViews().videoSeekBar->maximumValue(), length / 2, 1e-6)
         << "at the reversed speed, not at 10";
     EXPECT_EQ(edit->player()->rate(), -2.0F);
     EXPECT_TRUE(edit->player()->isMuted());
-    EXPECT_EQ(view<PlayerView>("playerView")->layer().player(), edit->player());
+    EXPECT_EQ(editViews().playerView->layer().player(), edit->player());
 
     // A paused preview starts again with its rendition.
     tapPreview();
     EXPECT_EQ(icon().second, 1.0);
     const auto second = edit->player();
-    slide(*view<UISlider>("normalSpeedSlider"), 1.0F);
+    slide(*editViews().normalSpeedSlider, 1.0F);
     EXPECT_TRUE(waitUntil([&] { return edit->player() != second; }));
     EXPECT_EQ(edit->player()->rate(), -2.0F);
     EXPECT_EQ(icon().second, 0.0);
@@ -222,7 +222,7 @@ TEST_F(EditControlsTest, ARenditionThatFailsLeavesThePreviewAndKeepsTheSpeed) {
     const auto former = edit->player();
     std::filesystem::remove(m_folder.file("clip.mp4"));
     m_host.clear();
-    slide(*view<UISlider>("reverseSpeedSlider"), 1.0F);
+    slide(*editViews().reverseSpeedSlider, 1.0F);
     EXPECT_TRUE(waitUntil([&] { return dialog() != nullptr; }));
     EXPECT_EQ(m_host.story().size(), 3u);
     EXPECT_EQ((Story{m_host.story().begin(), m_host.story().begin() + 2}), (Story{"ring", "no hud"}));
@@ -233,13 +233,13 @@ TEST_F(EditControlsTest, ARenditionThatFailsLeavesThePreviewAndKeepsTheSpeed) {
 
 TEST_F(EditControlsTest, TheMetadataChoiceIsStoredAtOnceTheFileTypeWithTheNextMovie) {
     const auto edit = open();
-    view<UISwitch>("exifSwitch")->tap();
+    editViews().exifSwitch->tap();
     EXPECT_TRUE(preferences().boolForKey("isSaveExifKey"));
-    view<UISwitch>("exifSwitch")->tap();
+    editViews().exifSwitch->tap();
     EXPECT_FALSE(preferences().boolForKey("isSaveExifKey"));
-    view<UISegmentedControl>("fileTypeSegmentedControl")->tapSegment(1);
+    editViews().fileTypeSegmentedControl->tapSegment(1);
     EXPECT_EQ(preferences().integerForKey("fileTypeIndexKey"), 0);
-    view<UIButton>("createButton")->tap();
+    editViews().createButton->tap();
     EXPECT_EQ(preferences().integerForKey("fileTypeIndexKey"), 1);
     EXPECT_EQ(edit->player()->rate(), 0.0F);
     EXPECT_TRUE(waitFor("push Preview"));

@@ -24,7 +24,7 @@ protected:
     void makeMovie() {
         const std::optional<URL> before = edit().outputUrlForPreview();
         m_host.clear();
-        view<UIButton>("createButton")->tap();
+        editViews().createButton->tap();
         // The HUD goes a moment before the movie is there.
         EXPECT_TRUE(waitUntil([&] { return edit().outputUrlForPreview() != before; }));
     }

@@ -42,18 +42,18 @@ protected:
     }
 
     void setControls(const Wish& wish) {
-        view<UISegmentedControl>("outputTypeSegmentedControl")->tapSegment(1);
-        setSpeed(*view<UISlider>("reverseSpeedSlider"), wish.reverseSpeed);
-        setSpeed(*view<UISlider>("normalSpeedSlider"), wish.normalSpeed);
-        view<UISegmentedControl>("outputTypeSegmentedControl")->tapSegment(wish.outputType);
-        view<UISegmentedControl>("fileTypeSegmentedControl")->tapSegment(wish.fileType);
-        if (view<UISwitch>("exifSwitch")->isOn() != wish.keepsMetadata)
-            view<UISwitch>("exifSwitch")->tap();
+        editViews().outputTypeSegmentedControl->tapSegment(1);
+        setSpeed(*editViews().reverseSpeedSlider, wish.reverseSpeed);
+        setSpeed(*editViews().normalSpeedSlider, wish.normalSpeed);
+        editViews().outputTypeSegmentedControl->tapSegment(wish.outputType);
+        editViews().fileTypeSegmentedControl->tapSegment(wish.fileType);
+        if (editViews().exifSwitch->isOn() != wish.keepsMetadata)
+            editViews().exifSwitch->tap();
     }
     /// Taps Create and waits for the Preview screen; the movie that it shows.
     std::string create() {
         m_host.clear();
-        view<UIButton>("createButton")->tap();
+        editViews().createButton->tap();
         if (!waitFor("push Preview"))
             return "";
         return std::static_pointer_cast<PreviewViewController>(m_stack->topViewController())
@@ -79,7 +79,7 @@ TEST_F(JobChainTest, TheControlsFillInTheRecipe) {
         SCOPED_TRACE(wish);
         setControls(wish);
         m_host.clear();
-        view<UIButton>("createButton")->tap();
+        editViews().createButton->tap();
         ASSERT_TRUE(recipe);
         EXPECT_EQ(static_cast<long>(recipe->outputType()), wish.outputType);
         EXPECT_EQ(recipe->fileType(), wish.fileType == 0 ? AVFileTypeQuickTimeMovie : AVFileTypeMPEG4);
@@ -102,14 +102,14 @@ TEST_F(JobChainTest, ACancelledJobLeadsBackToTheControlsAsTheyWere) {
             if (fraction >= at)
                 edit->cancelJob();
         };
-        view<UIButton>("createButton")->tap();
+        editViews().createButton->tap();
         ASSERT_TRUE(waitUntil([&] { return !edit->job() && !ViewHelper::shared().hud().isVisible(); }));
         m_host.onProgress = {};
         EXPECT_FALSE(dialog());
         EXPECT_FALSE(m_host.tells("push Preview"));
-        EXPECT_EQ(view<UISegmentedControl>("outputTypeSegmentedControl")->selectedSegmentIndex(), 2);
-        EXPECT_EQ(text("reverseSpeedValueLabel"), "0.4x");
-        EXPECT_TRUE(view<UISwitch>("exifSwitch")->isOn());
+        EXPECT_EQ(editViews().outputTypeSegmentedControl->selectedSegmentIndex(), 2);
+        EXPECT_EQ(editViews().reverseSpeedValueLabel->text(), "0.4x");
+        EXPECT_TRUE(editViews().exifSwitch->isOn());
     }
     EXPECT_NE(create(), "") << "the next run";
 }
@@ -175,7 +175,7 @@ TEST_F(JobChainTest, AStageThatFailsEndsTheRunWithItsMessageAndTheNextRunSucceed
             if (fraction >= row.lossAt)
                 VideoFileManager::removeAllWorkFiles();
         };
-        view<UIButton>("createButton")->tap();
+        editViews().createButton->tap();
         ASSERT_TRUE(waitUntil([&] { return dialog() || m_host.tells("push Preview"); }));
         m_host.onProgress = {};
         ASSERT_TRUE(dialog());
@@ -207,7 +207,7 @@ TEST_F(JobChainTest, AScreenThatGoesAwayEndsItsRunSilently) {
         if (fraction > 0 && m_stack->viewControllers().size() > 1)
             goBack();
     };
-    view<UIButton>("createButton")->tap();
+    editViews().createButton->tap();
     EXPECT_TRUE(waitUntil([&] { return watched.expired() && workFiles() == 0; }))
         << "it takes the work files along";
 }

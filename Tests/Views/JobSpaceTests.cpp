@@ -42,7 +42,7 @@ protected:
     /// Taps Create and closes the dialog that comes instead of a movie; its text.
     std::string refusal() {
         m_host.clear();
-        view<UIButton>("createButton")->tap();
+        editViews().createButton->tap();
         if (!waitUntil([&] { return dialog() || m_host.tells("push Preview"); }) || !dialog())
             return "";
         const std::string message = dialog()->message();
@@ -66,7 +66,7 @@ TEST_F(JobSpaceTest, AClipThatTheDiskCannotHoldIsRefusedBeforeTheJobAndTakenOnce
     EXPECT_EQ(refusal(), NSLocalizedString("NotEnoughRoomForFrames", {"62 MB", "50 MB"}));
     expectUntouched();
     pretendedFreeBytes = 100'000'000;
-    view<UIButton>("createButton")->tap();
+    editViews().createButton->tap();
     EXPECT_TRUE(waitFor("push Preview"));
 }
 

@@ -56,9 +56,9 @@ protected:
     void makeMovies(int times) {
         for (int i = 0; i < times; ++i) {
             openEdit(m_clip);
-            view<UISegmentedControl>("outputTypeSegmentedControl")->tapSegment(1);
-            view<UISwitch>("exifSwitch")->tap();
-            view<UIButton>("createButton")->tap();
+            editViews().outputTypeSegmentedControl->tapSegment(1);
+            editViews().exifSwitch->tap();
+            editViews().createButton->tap();
             ASSERT_TRUE(waitFor("push Preview"));
             m_stack->popToRootViewControllerAnimated(false);
             forget();

@@ -26,13 +26,12 @@ protected:
         m_host.clear();
     }
 
-    void tap(const char* button) { view<UIButton>(button)->tap(); }
     /// Saves until there is an answer: the dialog's message, or nothing after the tick.
     std::string save() {
         // The tick of the save before lies over the button for its two seconds.
         ViewHelper::shared().hud().dismiss();
         m_host.clear();
-        tap("saveButton");
+        previewViews().saveButton->tap();
         EXPECT_TRUE(waitUntil([&] { return dialog() || m_host.tells("tick"); }, std::chrono::seconds(10)));
         if (!dialog())
             return "";
@@ -53,12 +52,12 @@ protected:
 
 TEST_F(PreviewScreenTest, ShowsTheMovieInAPlayerThatWaits) {
     const auto preview = std::static_pointer_cast<PreviewViewController>(m_stack->topViewController());
-    const auto player =
-        std::dynamic_pointer_cast<AVPlayerViewController>(preview->childViewControllers().at(0));
+    const auto& player = preview->playerController();
+    EXPECT_EQ(preview->childViewControllers().at(0), player);
     EXPECT_EQ(player->player(), preview->playerBefore());
     EXPECT_EQ(preview->playerBefore()->rate(), 0.0F);
     EXPECT_FALSE(preview->playerBefore()->isMuted());
-    EXPECT_EQ(view<UIView>("videoContainerView1")->subviews().at(0), player->view());
+    EXPECT_EQ(previewViews().videoContainerView1->subviews().at(0), player->view());
 }
 
 TEST_F(PreviewScreenTest, EverySaveCountsAndTheFirstAndEveryFifthAfterItAskForAReview) {
@@ -97,20 +96,20 @@ TEST_F(PreviewScreenTest, AFailedSaveSaysWhyCountsNothingAndCanBeTriedAgain) {
 
 TEST_F(PreviewScreenTest, ShareSheetsHaveTheMovieOrATextAboutTheProgram) {
     const URL movie = VideoFileManager::videosDirectory().appendingPathComponent("movie.mov");
-    tap("shareButton");
+    previewViews().shareButton->tap();
     EXPECT_EQ(m_host.story(), (Story{"event share", "share sheet"}));
     ASSERT_EQ(sheet()->activityItems().size(), 1u);
     EXPECT_EQ(std::get<URL>(sheet()->activityItems().at(0)), movie);
     sheet()->finish(std::nullopt, false);
     m_host.clear();
-    tap("shareAppButton");
+    previewViews().shareAppButton->tap();
     EXPECT_EQ(m_host.story(), (Story{"event result_app_share", "share sheet"}));
     EXPECT_EQ(sheet()->activityItems(),
               std::vector<UIActivityViewController::Item>{NSLocalizedString("AppName")});
 }
 
 TEST_F(PreviewScreenTest, TheWayBackToTheStartTakesTheWorkFilesAlong) {
-    tap("selectOtherVideoButton");
+    previewViews().selectOtherVideoButton->tap();
     EXPECT_EQ(m_host.story(), (Story{"event to_top", "pop 2"}));
     EXPECT_EQ(m_stack->viewControllers().size(), 1u);
     EXPECT_TRUE(fs::is_empty(VideoFileManager::videosDirectory().path()));

@@ -3,14 +3,8 @@
 #include "Platform/Foundation/NSBundle.h"
 #include "Platform/Foundation/NSUserDefaults.h"
 #include "Platform/Services/Deployment.h"
-#include "Platform/UIKit/UIButton.h"
-#include "Platform/UIKit/UIImageView.h"
-#include "Platform/UIKit/UILabel.h"
 #include "Platform/UIKit/UINavigationController.h"
-#include "Platform/UIKit/UISegmentedControl.h"
-#include "Platform/UIKit/UISlider.h"
 #include "Platform/UIKit/UIStoryboard.h"
-#include "Platform/UIKit/UISwitch.h"
 #include "Tests/Support/ClipTest.h"
 #include "Tests/Support/EventLoop.h"
 #include "Tests/Views/StoryHost.h"
@@ -18,6 +12,7 @@
 #include "Views/Edit/EditViewController.h"
 #include "Views/Edit/SpeedCurve.h"
 #include "Views/Preview/PreviewViewController.h"
+#include "Views/Title/TitleViewController.h"
 
 namespace anadrome {
 
@@ -63,15 +58,10 @@ protected:
         return preview;
     }
 
-    /// A view of the screen on top, by its name.
-    template <class View>
-    std::shared_ptr<View> view(const std::string& name) const {
-        for (const auto& view : m_stack->topViewController()->view()->subviews())
-            if (view->accessibilityIdentifier() == name)
-                return std::dynamic_pointer_cast<View>(view);
-        return nullptr;
-    }
-    std::string text(const std::string& label) const { return view<UILabel>(label)->text(); }
+    /// The views of the screen on top, which has to be that one.
+    const TitleViews& titleViews() const { return top<TitleViewController>().views(); }
+    const EditViews& editViews() const { return top<EditViewController>().views(); }
+    const PreviewViews& previewViews() const { return top<PreviewViewController>().views(); }
 
     static void slide(UISlider& slider, float value) {
         ASSERT_TRUE(slider.beginTracking());
@@ -108,6 +98,10 @@ protected:
     }
 
 private:
+    template <class Controller>
+    Controller& top() const {
+        return dynamic_cast<Controller&>(*m_stack->topViewController());
+    }
     template <class Controller>
     static std::shared_ptr<Controller> instantiate(const std::string& storyboard) {
         return std::dynamic_pointer_cast<Controller>(

@@ -20,7 +20,7 @@ protected:
             UIStoryboard::storyboardWithName("Settings").instantiateInitialViewController(), true);
         m_settings = std::dynamic_pointer_cast<SettingsViewController>(
             presented<UINavigationController>()->topViewController());
-        m_table = std::dynamic_pointer_cast<UITableView>(m_settings->view()->subviews().at(0));
+        m_table = m_settings->tableView();
         m_host.clear();
     }
     ~SettingsScreenTest() override { Deployment::setCurrent({}); }

@@ -5,7 +5,6 @@
 #include "Platform/UniformTypeIdentifiers/UTType.h"
 #include "Tests/Support/FileSizeLimit.h"
 #include "Tests/Views/ScreenTest.h"
-#include "Views/Title/TitleViewController.h"
 
 #include <filesystem>
 #include <fstream>
@@ -36,7 +35,6 @@ protected:
     static void settle() {
         waitUntil([] { return false; }, std::chrono::milliseconds(100));
     }
-    void tap(const std::string& button) { view<UIButton>(button)->tap(); }
     URL url(const std::string& file) const { return URL::fileURLWithPath(file); }
     /// Of the Edit screen on top; empty if there is none.
     URL clipOfEditScreen() const {
@@ -58,21 +56,21 @@ TEST_F(TitleScreenTest, OpensWithItsTextsTheStoredQualityAndAnEmptyWorkFolder) {
         preferences().setInteger(quality, "resolutionIndexKey");
         std::ofstream(VideoFileManager::videosDirectory().appendingPathComponent("left.mov").path()) << "x";
         openTitle();
-        EXPECT_EQ(view<UISegmentedControl>("videoQualitySegmentedControl")->selectedSegmentIndex(), quality);
+        EXPECT_EQ(titleViews().videoQualitySegmentedControl->selectedSegmentIndex(), quality);
         EXPECT_EQ(workFiles(), 0U);
     }
-    EXPECT_EQ(text("app5Label"), NSLocalizedString("MoreApp5"));
-    EXPECT_EQ(view<UIButton>("iCloudButton")->titleLabel()->text(), NSLocalizedString("SelectFromFiles"));
-    EXPECT_EQ(view<UISegmentedControl>("videoQualitySegmentedControl")->titleForSegmentAtIndex(2),
+    EXPECT_EQ(titleViews().apps[4].label->text(), NSLocalizedString("MoreApp5"));
+    EXPECT_EQ(titleViews().iCloudButton->titleLabel()->text(), NSLocalizedString("SelectFromFiles"));
+    EXPECT_EQ(titleViews().videoQualitySegmentedControl->titleForSegmentAtIndex(2),
               NSLocalizedString("ResolutionHQ"));
-    EXPECT_EQ(view<UIButton>("shareAppButton")->titleLabel()->minimumScaleFactor(), 0.5);
-    EXPECT_TRUE(view<UIButton>("cameraButton")->layer().masksToBounds) << "its corners are round";
-    view<UISegmentedControl>("videoQualitySegmentedControl")->tapSegment(1);
+    EXPECT_EQ(titleViews().shareAppButton->titleLabel()->minimumScaleFactor(), 0.5);
+    EXPECT_TRUE(titleViews().cameraButton->layer().masksToBounds) << "its corners are round";
+    titleViews().videoQualitySegmentedControl->tapSegment(1);
     EXPECT_EQ(preferences().integerForKey("resolutionIndexKey"), 1);
 }
 
 TEST_F(TitleScreenTest, TakesACopyOfARecordedClip) {
-    tap("cameraButton");
+    titleViews().cameraButton->tap();
     const auto camera = presented<UIImagePickerController>();
     ASSERT_TRUE(camera);
     EXPECT_EQ(camera->mediaTypes(), std::vector<std::string>{"public.movie"});
@@ -86,7 +84,7 @@ TEST_F(TitleScreenTest, TakesACopyOfARecordedClip) {
 }
 
 TEST_F(TitleScreenTest, SaysThatARecordingIsNowhereToBeFoundAndLeavesTheCameraUp) {
-    tap("cameraButton");
+    titleViews().cameraButton->tap();
     const auto camera = presented<UIImagePickerController>();
     camera->finishPicking(std::nullopt);
     settle();
@@ -111,7 +109,7 @@ TEST_F(TitleScreenTest, TakesACopyOfAMovieFromTheLibraryAndPassesOverWhatIsNone)
                 {{url(m_clip), url(path("notes.txt"))}, true, ".mp4"},
                 {{url(path("noextension"))}, true, "."}};
     for (const auto& row : rows) {
-        tap("libraryButton");
+        titleViews().libraryButton->tap();
         const auto picker = presented<PHPickerViewController>();
         ASSERT_TRUE(picker);
         EXPECT_EQ(picker->configuration().filter, PHPickerFilter::videos);
@@ -136,7 +134,7 @@ TEST_F(TitleScreenTest, TakesACopyOfAMovieFromTheLibraryAndPassesOverWhatIsNone)
 }
 
 TEST_F(TitleScreenTest, SaysWhyAMovieOfTheLibraryCannotBeRead) {
-    tap("libraryButton");
+    titleViews().libraryButton->tap();
     presented<PHPickerViewController>()->finish({url(path("gone.mp4"))});
     EXPECT_TRUE(waitUntil([&] { return dialog() != nullptr; }));
     EXPECT_EQ(m_host.story().back(), "dialog “gone.mp4” couldn’t be read: No such file or directory.");
@@ -147,7 +145,7 @@ TEST_F(TitleScreenTest, SaysWhyAMovieCannotBeCopiedAndOpensNothing) {
     const std::string message =
         "dialog " + NSLocalizedString("The clip couldn’t be copied: %1.", {"File too large"});
     const testing_support::FileSizeLimit fullDisk(16);
-    tap("cameraButton");
+    titleViews().cameraButton->tap();
     const auto camera = presented<UIImagePickerController>();
     camera->finishPicking(url(m_clip));
     EXPECT_TRUE(waitFor(message));
@@ -155,7 +153,7 @@ TEST_F(TitleScreenTest, SaysWhyAMovieCannotBeCopiedAndOpensNothing) {
     std::dynamic_pointer_cast<UIAlertController>(camera->presentedViewController())->chooseAction(0);
     camera->cancel();
     m_host.clear();
-    tap("libraryButton");
+    titleViews().libraryButton->tap();
     presented<PHPickerViewController>()->finish({url(m_clip)});
     EXPECT_TRUE(waitFor(message));
     settle();
@@ -164,10 +162,10 @@ TEST_F(TitleScreenTest, SaysWhyAMovieCannotBeCopiedAndOpensNothing) {
 }
 
 TEST_F(TitleScreenTest, UsesTheFirstOfThePickedFilesWhereItLies) {
-    tap("iCloudButton");
+    titleViews().iCloudButton->tap();
     presented<UIDocumentPickerViewController>()->finish({});
     EXPECT_EQ(m_host.story(), (Story{"event title_iCloud", "files", "gone files"}));
-    tap("iCloudButton");
+    titleViews().iCloudButton->tap();
     EXPECT_EQ(presented<UIDocumentPickerViewController>()->documentTypes(),
               std::vector<std::string>{kUTTypeMovie});
     presented<UIDocumentPickerViewController>()->finish({url(m_clip), url(path("other.mp4"))});
@@ -187,7 +185,7 @@ TEST_F(TitleScreenTest, SharesTheProgramWithItsPageIfThereIsOne) {
             values = {.storeAddress = "https://store.example", .storeIdentifier = "42"};
         Deployment::setCurrent(values);
         m_host.clear();
-        tap("shareAppButton");
+        titleViews().shareAppButton->tap();
         EXPECT_EQ(m_host.story(), (Story{"event top_share", "share sheet"}));
         EXPECT_EQ(presented<UIActivityViewController>()->activityItems(),
                   isDeployed ? (Items{"Anadrome " + page, WebLink{page}}) : Items{std::string("Anadrome")});
@@ -209,13 +207,14 @@ TEST_F(TitleScreenTest, TheStripHasTheAppsThatAreDeployedAndNoHeadingWithoutAny)
         openTitle();
         std::vector<int> shown;
         for (int app = 1; app <= 5; ++app) {
-            const bool isShown = !view<UIButton>("app" + std::to_string(app) + "Button")->isHidden();
-            EXPECT_EQ(!view<UILabel>("app" + std::to_string(app) + "Label")->isHidden(), isShown);
+            const auto& [label, button] = titleViews().apps[static_cast<std::size_t>(app - 1)];
+            const bool isShown = !button->isHidden();
+            EXPECT_EQ(!label->isHidden(), isShown);
             if (isShown)
                 shown.push_back(app);
         }
         EXPECT_EQ(shown, row.shown);
-        EXPECT_EQ(view<UILabel>("moreAppsLabel")->isHidden(), row.shown.empty());
+        EXPECT_EQ(titleViews().moreAppsLabel->isHidden(), row.shown.empty());
     }
 }
 
@@ -225,14 +224,14 @@ TEST_F(TitleScreenTest, ShowsAnotherAppsPageAfterTheHudAndNothingIfItIsGone) {
     Deployment::setCurrent(values);
     openTitle();
     Deployment::setCurrent({});
-    tap("app5Button");
+    titleViews().apps[4].button->tap();
     EXPECT_TRUE(waitFor("no hud"));
     settle();
     EXPECT_EQ(m_host.story(), (Story{"event other_app_4", "ring", "no hud"}));
     Deployment::setCurrent(values);
     for (int time = 0; time < 2; ++time) {
         m_host.clear();
-        tap("app5Button");
+        titleViews().apps[4].button->tap();
         EXPECT_TRUE(waitFor("store sheet"));
         EXPECT_EQ(m_host.story(), (Story{"event other_app_4", "ring", "no hud", "store sheet"}));
         EXPECT_EQ(presented<SKStoreProductViewController>()->productPage(),

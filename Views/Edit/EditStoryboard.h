@@ -4,7 +4,7 @@
 
 namespace anadrome {
 
-/// The views of the Edit screen, with their first values and their wires.
+/// The Edit screen: its views with their first values, and the actions that they call.
 UIStoryboardScene editStoryboard();
 
 } // namespace anadrome

@@ -1,9 +1,7 @@
 // The banner at the foot of the screen, which the Create button makes room for.
 
 #include "Platform/Foundation/NSUserDefaults.h"
-#include "Platform/Services/Ads/GADBannerView.h"
 #include "Platform/Services/Deployment.h"
-#include "Platform/UIKit/NSLayoutConstraint.h"
 #include "Views/Edit/EditViewController.h"
 
 namespace anadrome {
@@ -28,22 +26,21 @@ GADRequest bannerRequest() {
 } // namespace
 
 void EditViewController::updateBannerView() {
-    if (m_bannerView)
+    if (m_views->bannerView)
         return;
     const GADAdSize size =
         GADCurrentOrientationAnchoredAdaptiveBannerAdSizeWithWidth(view()->frame().size.width);
-    m_bannerView = std::make_shared<GADBannerView>(size);
-    m_bannerView->setAccessibilityIdentifier("bannerView");
-    m_bannerView->setTranslatesAutoresizingMaskIntoConstraints(false);
-    view()->addSubview(m_bannerView);
+    const auto banner = m_views->bannerView = std::make_shared<GADBannerView>(size);
+    banner->setTranslatesAutoresizingMaskIntoConstraints(false);
+    view()->addSubview(banner);
     const UILayoutGuide guide = view()->safeAreaLayoutGuide();
     NSLayoutConstraint::activateConstraints(
-        {m_bannerView->centerXAnchor().constraintEqualToAnchor(guide.centerXAnchor()),
-         m_bannerView->bottomAnchor().constraintEqualToAnchor(guide.bottomAnchor())});
-    m_bannerView->setAdUnitID(Deployment::current().bannerAdUnitID);
-    m_bannerView->setRootViewController(weakSelf());
-    m_bannerView->loadRequest(bannerRequest());
-    m_createButtonBottomConstraint.lock()->setConstant(size.size.height + bannerDistance);
+        {banner->centerXAnchor().constraintEqualToAnchor(guide.centerXAnchor()),
+         banner->bottomAnchor().constraintEqualToAnchor(guide.bottomAnchor())});
+    banner->setAdUnitID(Deployment::current().bannerAdUnitID);
+    banner->setRootViewController(weakSelf());
+    banner->loadRequest(bannerRequest());
+    m_views->createButtonBottomConstraint->setConstant(size.size.height + bannerDistance);
 }
 
 } // namespace anadrome

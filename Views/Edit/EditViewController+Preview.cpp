@@ -3,11 +3,8 @@
 #include "Models/VideoFileManager.h"
 #include "Platform/Dispatch/DispatchQueue.h"
 #include "Platform/Foundation/Print.h"
-#include "Platform/UIKit/UIImageView.h"
-#include "Platform/UIKit/UISlider.h"
 #include "Views/Common/ViewHelper.h"
 #include "Views/Edit/EditViewController.h"
-#include "Views/Edit/PlayerView.h"
 
 namespace anadrome {
 
@@ -55,12 +52,12 @@ void EditViewController::loadPreviewPlayer(const URL& url) {
     removeTimeObserver();
     m_player = std::make_shared<AVPlayer>(url);
     m_player->setMuted(true);
-    m_playerView.lock()->layer().setPlayer(m_player);
+    m_views->playerView->layer().setPlayer(m_player);
     const std::shared_ptr<AVPlayerItem>& item = m_player->currentItem();
-    m_videoSeekBar.lock()->setMaximumValue(seconds32(item->asset()->duration()));
+    m_views->videoSeekBar->setMaximumValue(seconds32(item->asset()->duration()));
     seekToEnd();
     playBackwards();
-    m_playPauseButtonImageView.lock()->setAlpha(0);
+    m_views->playPauseButtonImageView->setAlpha(0);
     addTimeObserver();
     NSNotificationCenter::defaultCenter().addObserver(self(),
                                                       &EditViewController::playerDidFinishPlayingWithNote,
@@ -97,7 +94,7 @@ void EditViewController::removeTimeObserver() {
 
 void EditViewController::timePassed(const CMTime& time) {
     const std::shared_ptr<AVPlayerItem>& item = m_player->currentItem();
-    const auto seekBar = m_videoSeekBar.lock();
+    const auto& seekBar = m_views->videoSeekBar;
     if (!item || seekBar->isTracking())
         return;
     // The bar goes from left to right while the clip runs from its end to its start.
@@ -109,7 +106,7 @@ void EditViewController::seekBarChanged() {
     // An item that isn't ready has no length yet; one that can't be played never will.
     if (!item || !CMTIME_IS_NUMERIC(item->duration()))
         return;
-    const double seconds = seconds32(item->duration()) - m_videoSeekBar.lock()->value();
+    const double seconds = seconds32(item->duration()) - m_views->videoSeekBar->value();
     m_player->seekToTime(CMTimeMakeWithSeconds(seconds, seekTimescale), kCMTimeZero, kCMTimeZero);
 }
 
@@ -124,7 +121,7 @@ void EditViewController::togglePlayback() {
         return;
     }
     playBackwards();
-    const std::weak_ptr<UIImageView> icon = m_playPauseButtonImageView;
+    const std::weak_ptr<UIImageView> icon = m_views->playPauseButtonImageView;
     UIView::animateWithDuration(
         iconSeconds, [icon] { icon.lock()->setImage(UIImage::systemImageNamed("pause.circle")); },
         [icon](bool) {
@@ -136,7 +133,7 @@ void EditViewController::togglePlayback() {
 }
 
 void EditViewController::showPlayIcon() {
-    const auto icon = m_playPauseButtonImageView.lock();
+    const auto& icon = m_views->playPauseButtonImageView;
     icon->setImage(UIImage::systemImageNamed("play.circle"));
     UIView::animateWithDuration(iconSeconds, [&] { icon->setAlpha(1); });
 }

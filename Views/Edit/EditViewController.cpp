@@ -4,17 +4,9 @@
 #include "Platform/Foundation/NSBundle.h"
 #include "Platform/Foundation/NSUserDefaults.h"
 #include "Platform/Foundation/Print.h"
-#include "Platform/UIKit/UIButton.h"
-#include "Platform/UIKit/UIConnections.h"
-#include "Platform/UIKit/UIImageView.h"
-#include "Platform/UIKit/UILabel.h"
 #include "Platform/UIKit/UINavigationController.h"
-#include "Platform/UIKit/UISegmentedControl.h"
-#include "Platform/UIKit/UISlider.h"
-#include "Platform/UIKit/UISwitch.h"
 #include "Platform/UIKit/UITapGestureRecognizer.h"
 #include "Views/Common/ViewHelper.h"
-#include "Views/Edit/PlayerView.h"
 #include "Views/Edit/SpeedCurve.h"
 
 namespace anadrome {
@@ -42,41 +34,12 @@ std::shared_ptr<EditViewController> EditViewController::self() {
     return std::static_pointer_cast<EditViewController>(shared_from_this());
 }
 
-void EditViewController::declareConnections(UIConnections& connections) {
-    connections.outlet("playerView", m_playerView);
-    connections.outlet("playPauseButtonImageView", m_playPauseButtonImageView);
-    connections.outlet("videoSeekBar", m_videoSeekBar);
-    connections.outlet("outputTypeLabel", m_outputTypeLabel);
-    connections.outlet("outputTypeNoticeLabel", m_outputTypeNoticeLabel);
-    connections.outlet("outputTypeSegmentedControl", m_outputTypeSegmentedControl);
-    connections.outlet("outputTypeValueLabel", m_outputTypeValueLabel);
-    connections.outlet("reverseSpeedLabel", m_reverseSpeedLabel);
-    connections.outlet("reverseSpeedValueLabel", m_reverseSpeedValueLabel);
-    connections.outlet("reverseSpeedSlider", m_reverseSpeedSlider);
-    connections.outlet("normalSpeedLabel", m_normalSpeedLabel);
-    connections.outlet("normalSpeedValueLabel", m_normalSpeedValueLabel);
-    connections.outlet("normalSpeedSlider", m_normalSpeedSlider);
-    connections.outlet("fileTypeSegmentedControl", m_fileTypeSegmentedControl);
-    connections.outlet("exifLabel", m_exifLabel);
-    connections.outlet("exifSwitch", m_exifSwitch);
-    connections.outlet("createButton", m_createButton);
-    connections.outlet("createButtonBottomConstraint", m_createButtonBottomConstraint);
-    connections.action("outputTypeChanged", [this] { outputTypeChanged(); });
-    connections.action("seekBarChanged", [this] { seekBarChanged(); });
-    connections.action("reverseSpeedChanged", [this] { reverseSpeedChanged(); });
-    connections.action("normalSpeedChanged", [this] { normalSpeedChanged(); });
-    connections.action("speedSliderTouchUp", [this] { speedSliderTouchUp(); });
-    connections.action("fileTypeChanged", [this] { fileTypeChanged(); });
-    connections.action("exifChanged", [this] { exifChanged(); });
-    connections.action("createTap", [this] { createTap(); });
-}
-
 void EditViewController::viewDidLoad() {
     UIViewController::viewDidLoad();
     if (!m_inputUrl)
         fatalError("The Edit screen was opened without a clip");
     setupViews();
-    m_playerView.lock()->layer().setPlayer(m_player);
+    m_views->playerView->layer().setPlayer(m_player);
     loadPreviewPlayer(*m_inputUrl);
     loadInterstitial();
     updateBannerView();
@@ -85,31 +48,31 @@ void EditViewController::viewDidLoad() {
 void EditViewController::setupViews() {
     setupCaptions();
     const NSUserDefaults& preferences = NSUserDefaults::standardUserDefaults();
-    m_exifSwitch.lock()->setOn(preferences.boolForKey("isSaveExifKey"));
-    m_createButton.lock()->setTitle(NSLocalizedString("Create"), UIControlState::normal);
+    m_views->exifSwitch->setOn(preferences.boolForKey("isSaveExifKey"));
+    m_views->createButton->setTitle(NSLocalizedString("Create"), UIControlState::normal);
     for (const auto state : {UIControlState::normal, UIControlState::highlighted})
-        m_videoSeekBar.lock()->setThumbImage(UIImage::systemImageNamed("circle.fill"), state);
+        m_views->videoSeekBar->setThumbImage(UIImage::systemImageNamed("circle.fill"), state);
     setNormalSpeedControlsEnabled(false);
     // Any value but 0 means MPEG-4, also one that no segment has.
-    m_fileTypeSegmentedControl.lock()->setSelectedSegmentIndex(
+    m_views->fileTypeSegmentedControl->setSelectedSegmentIndex(
         preferences.integerForKey("fileTypeIndexKey") == 0 ? 0 : 1);
-    m_playerView.lock()->addGestureRecognizer(std::make_shared<UITapGestureRecognizer>([weak = weakSelf()] {
+    m_views->playerView->addGestureRecognizer(std::make_shared<UITapGestureRecognizer>([weak = weakSelf()] {
         if (const auto self = weak.lock())
             self->playerTap();
     }));
 }
 
 void EditViewController::setupCaptions() {
-    m_outputTypeLabel.lock()->setText(NSLocalizedString("OutputTypeTitle"));
-    m_outputTypeNoticeLabel.lock()->setText(NSLocalizedString("OutputTypeNotice"));
-    const auto outputType = m_outputTypeSegmentedControl.lock();
+    m_views->outputTypeLabel->setText(NSLocalizedString("OutputTypeTitle"));
+    m_views->outputTypeNoticeLabel->setText(NSLocalizedString("OutputTypeNotice"));
+    const auto& outputType = m_views->outputTypeSegmentedControl;
     outputType->setTitle("◁", 0);
     outputType->setTitle("◁ → ▷", 1);
     outputType->setTitle("▷ → ◁", 2);
     updateOutputTypeValueLabel();
-    m_reverseSpeedLabel.lock()->setText(NSLocalizedString("ReverseSpeed"));
-    m_normalSpeedLabel.lock()->setText(NSLocalizedString("NormalSpeed"));
-    m_exifLabel.lock()->setText(NSLocalizedString("ExifTitle"));
+    m_views->reverseSpeedLabel->setText(NSLocalizedString("ReverseSpeed"));
+    m_views->normalSpeedLabel->setText(NSLocalizedString("NormalSpeed"));
+    m_views->exifLabel->setText(NSLocalizedString("ExifTitle"));
 }
 
 void EditViewController::viewWillAppear(bool animated) {
@@ -130,13 +93,13 @@ void EditViewController::viewWillDisappear(bool animated) {
 }
 
 void EditViewController::outputTypeChanged() {
-    setNormalSpeedControlsEnabled(m_outputTypeSegmentedControl.lock()->selectedSegmentIndex() != 0);
+    setNormalSpeedControlsEnabled(m_views->outputTypeSegmentedControl->selectedSegmentIndex() != 0);
     updateOutputTypeValueLabel();
 }
 
 void EditViewController::updateOutputTypeValueLabel() {
-    const auto label = m_outputTypeValueLabel.lock();
-    switch (m_outputTypeSegmentedControl.lock()->selectedSegmentIndex()) {
+    const auto& label = m_views->outputTypeValueLabel;
+    switch (m_views->outputTypeSegmentedControl->selectedSegmentIndex()) {
     case 0:
         return label->setText(NSLocalizedString("OutputReverseOnly"));
     case 1:
@@ -150,12 +113,12 @@ void EditViewController::updateOutputTypeValueLabel() {
 
 void EditViewController::setNormalSpeedControlsEnabled(bool enabled) {
     const double alpha = enabled ? 1.0 : 0.3;
-    const auto slider = m_normalSpeedSlider.lock();
+    const auto& slider = m_views->normalSpeedSlider;
     slider->setEnabled(enabled);
     slider->setAlpha(alpha);
     slider->setNeedsLayout();
     slider->layoutIfNeeded();
-    for (const auto& label : {m_normalSpeedLabel.lock(), m_normalSpeedValueLabel.lock()}) {
+    for (const auto& label : {m_views->normalSpeedLabel, m_views->normalSpeedValueLabel}) {
         label->setEnabled(enabled);
         label->setAlpha(alpha);
     }
@@ -168,11 +131,11 @@ void EditViewController::updateSpeed(const UISlider& slider, double& field, UILa
 }
 
 void EditViewController::reverseSpeedChanged() {
-    updateSpeed(*m_reverseSpeedSlider.lock(), m_reverseSpeed, *m_reverseSpeedValueLabel.lock());
+    updateSpeed(*m_views->reverseSpeedSlider, m_reverseSpeed, *m_views->reverseSpeedValueLabel);
 }
 
 void EditViewController::normalSpeedChanged() {
-    updateSpeed(*m_normalSpeedSlider.lock(), m_normalSpeed, *m_normalSpeedValueLabel.lock());
+    updateSpeed(*m_views->normalSpeedSlider, m_normalSpeed, *m_views->normalSpeedValueLabel);
 }
 
 void EditViewController::speedSliderTouchUp() {
@@ -184,25 +147,25 @@ void EditViewController::fileTypeChanged() {
 }
 
 void EditViewController::exifChanged() {
-    NSUserDefaults::standardUserDefaults().setBool(m_exifSwitch.lock()->isOn(), "isSaveExifKey");
+    NSUserDefaults::standardUserDefaults().setBool(m_views->exifSwitch->isOn(), "isSaveExifKey");
 }
 
 void EditViewController::createTap() {
     NSUserDefaults& preferences = NSUserDefaults::standardUserDefaults();
-    preferences.setInteger(m_fileTypeSegmentedControl.lock()->selectedSegmentIndex(), "fileTypeIndexKey");
+    preferences.setInteger(m_views->fileTypeSegmentedControl->selectedSegmentIndex(), "fileTypeIndexKey");
     preferences.synchronize();
     createVideo();
 }
 
 AVFileType EditViewController::chosenFileType() const {
-    return m_fileTypeSegmentedControl.lock()->selectedSegmentIndex() == 0 ? AVFileTypeQuickTimeMovie
+    return m_views->fileTypeSegmentedControl->selectedSegmentIndex() == 0 ? AVFileTypeQuickTimeMovie
                                                                           : AVFileTypeMPEG4;
 }
 
 MovieRecipe EditViewController::chosenRecipe() const {
     const bool keepsMetadata = NSUserDefaults::standardUserDefaults().boolForKey("isSaveExifKey");
     const Result<MovieRecipe> recipe = MovieRecipe::make(
-        {.outputType = static_cast<OutputType>(m_outputTypeSegmentedControl.lock()->selectedSegmentIndex()),
+        {.outputType = static_cast<OutputType>(m_views->outputTypeSegmentedControl->selectedSegmentIndex()),
          .reverseSpeed = m_reverseSpeed,
          .normalSpeed = m_normalSpeed,
          .fileType = chosenFileType(),

@@ -5,20 +5,11 @@
 #include "Platform/Foundation/NSNotificationCenter.h"
 #include "Platform/Services/Ads/GADInterstitialAd.h"
 #include "Platform/UIKit/UIViewController.h"
+#include "Views/Edit/EditViews.h"
 
 #include <optional>
 
 namespace anadrome {
-
-class GADBannerView;
-class NSLayoutConstraint;
-class PlayerView;
-class UIButton;
-class UIImageView;
-class UILabel;
-class UISegmentedControl;
-class UISlider;
-class UISwitch;
 
 /// The Edit screen: plays one clip backwards, lets the user choose what movie is made of it, and makes it.
 /// Main thread only. When it leaves its stack, or goes away without that, it ends its job and takes all work
@@ -29,6 +20,12 @@ class EditViewController : public UIViewController,
 public:
     EditViewController();
     ~EditViewController() override;
+
+    /// Loads them first if need be.
+    const EditViews& views() {
+        view();
+        return *m_views;
+    }
 
     /// The clip. To be set before the view loads; without one that is fatal.
     void setInputUrl(URL inputUrl) { m_inputUrl = std::move(inputUrl); }
@@ -54,12 +51,13 @@ public:
     void didMoveToParentViewController(const std::shared_ptr<UIViewController>& parent) override;
 
 protected:
-    void declareConnections(UIConnections& connections) override;
     void viewDidLoad() override;
     void viewWillAppear(bool animated) override;
     void viewWillDisappear(bool animated) override;
 
 private:
+    friend void buildEditViews(EditViewController& edit, UIView& root);
+
     // Controls (EditViewController.cpp)
     void setupViews();
     void setupCaptions();
@@ -114,25 +112,7 @@ private:
     // Banner (EditViewController+Banner.cpp)
     void updateBannerView();
 
-    std::weak_ptr<PlayerView> m_playerView;
-    std::weak_ptr<UIImageView> m_playPauseButtonImageView;
-    std::weak_ptr<UISlider> m_videoSeekBar;
-    std::weak_ptr<UILabel> m_outputTypeLabel;
-    std::weak_ptr<UILabel> m_outputTypeNoticeLabel;
-    std::weak_ptr<UISegmentedControl> m_outputTypeSegmentedControl;
-    std::weak_ptr<UILabel> m_outputTypeValueLabel;
-    std::weak_ptr<UILabel> m_reverseSpeedLabel;
-    std::weak_ptr<UILabel> m_reverseSpeedValueLabel;
-    std::weak_ptr<UISlider> m_reverseSpeedSlider;
-    std::weak_ptr<UILabel> m_normalSpeedLabel;
-    std::weak_ptr<UILabel> m_normalSpeedValueLabel;
-    std::weak_ptr<UISlider> m_normalSpeedSlider;
-    std::weak_ptr<UISegmentedControl> m_fileTypeSegmentedControl;
-    std::weak_ptr<UILabel> m_exifLabel;
-    std::weak_ptr<UISwitch> m_exifSwitch;
-    std::weak_ptr<UIButton> m_createButton;
-    std::weak_ptr<NSLayoutConstraint> m_createButtonBottomConstraint;
-
+    std::optional<EditViews> m_views;
     /// For renditions of the preview.
     const std::unique_ptr<VideoEncoder> m_videoEncoder;
     std::shared_ptr<MovieJob> m_job;
@@ -145,7 +125,6 @@ private:
     double m_reverseSpeed = 1.0;
     double m_normalSpeed = 1.0;
     std::shared_ptr<GADInterstitialAd> m_interstitial;
-    std::shared_ptr<GADBannerView> m_bannerView;
     bool m_hasLeftStack = false;
 };
 

@@ -1,19 +1,21 @@
 #include "Views/Preview/PreviewStoryboard.h"
 
-#include "Platform/UIKit/UIButton.h"
 #include "Views/Preview/PreviewViewController.h"
 
 namespace anadrome {
 
-UIStoryboardScene previewStoryboard() {
+void buildPreviewViews(PreviewViewController& preview, UIView& root) {
+    using Preview = PreviewViewController;
     constexpr auto tap = UIControlEvents::touchUpInside;
-    UIStoryboardScene scene = UIStoryboardScene::ofController<PreviewViewController>();
-    scene.add<UIView>("videoContainerView1")
-        .add<UIButton>("saveButton", {}, {{tap, "saveTap"}})
-        .add<UIButton>("shareButton", {}, {{tap, "shareTap"}})
-        .add<UIButton>("shareAppButton", {}, {{tap, "shareAppTap"}})
-        .add<UIButton>("selectOtherVideoButton", {}, {{tap, "selectOtherVideoTap"}});
-    return scene;
+    const PreviewViews& views = preview.m_views.emplace(root);
+    views.saveButton->addTarget(preview, &Preview::saveTap, tap);
+    views.shareButton->addTarget(preview, &Preview::shareTap, tap);
+    views.shareAppButton->addTarget(preview, &Preview::shareAppTap, tap);
+    views.selectOtherVideoButton->addTarget(preview, &Preview::selectOtherVideoTap, tap);
+}
+
+UIStoryboardScene previewStoryboard() {
+    return UIStoryboardScene::ofController(buildPreviewViews);
 }
 
 } // namespace anadrome

@@ -4,7 +4,7 @@
 
 namespace anadrome {
 
-/// The views of the Preview screen, with their wires.
+/// The Preview screen: its views, and the actions that they call.
 UIStoryboardScene previewStoryboard();
 
 } // namespace anadrome

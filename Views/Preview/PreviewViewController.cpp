@@ -13,8 +13,6 @@
 #include "Platform/StoreKit/SKStoreReviewController.h"
 #include "Platform/UIKit/UIActivityViewController.h"
 #include "Platform/UIKit/UIApplication.h"
-#include "Platform/UIKit/UIButton.h"
-#include "Platform/UIKit/UIConnections.h"
 #include "Platform/UIKit/UILabel.h"
 #include "Platform/UIKit/UINavigationController.h"
 #include "Platform/UIKit/UIWindowScene.h"
@@ -47,48 +45,36 @@ bool asksForReview(std::int64_t saves) {
 
 } // namespace
 
-void PreviewViewController::declareConnections(UIConnections& connections) {
-    connections.outlet("videoContainerView1", m_videoContainerView1);
-    connections.outlet("saveButton", m_saveButton);
-    connections.outlet("shareButton", m_shareButton);
-    connections.outlet("shareAppButton", m_shareAppButton);
-    connections.outlet("selectOtherVideoButton", m_selectOtherVideoButton);
-    connections.action("saveTap", [this] { saveTap(); });
-    connections.action("shareTap", [this] { shareTap(); });
-    connections.action("shareAppTap", [this] { shareAppTap(); });
-    connections.action("selectOtherVideoTap", [this] { selectOtherVideoTap(); });
-}
-
 void PreviewViewController::viewDidLoad() {
     UIViewController::viewDidLoad();
     setupViews();
 }
 
 void PreviewViewController::setupViews() {
-    m_saveButton.lock()->setTitle(NSLocalizedString("Save"), UIControlState::normal);
-    m_shareButton.lock()->setTitle(NSLocalizedString("Share"), UIControlState::normal);
-    m_selectOtherVideoButton.lock()->setTitle(NSLocalizedString("ToTop"), UIControlState::normal);
-    m_shareAppButton.lock()->setTitle(NSLocalizedString("ShareToFriends"), UIControlState::normal);
-    for (const auto& button : {m_selectOtherVideoButton.lock(), m_shareAppButton.lock()})
+    m_views->saveButton->setTitle(NSLocalizedString("Save"), UIControlState::normal);
+    m_views->shareButton->setTitle(NSLocalizedString("Share"), UIControlState::normal);
+    m_views->selectOtherVideoButton->setTitle(NSLocalizedString("ToTop"), UIControlState::normal);
+    m_views->shareAppButton->setTitle(NSLocalizedString("ShareToFriends"), UIControlState::normal);
+    for (const auto& button : {m_views->selectOtherVideoButton, m_views->shareAppButton})
         button->titleLabel()->setMinimumScaleFactor(smallestTitleScale);
-    m_shareAppButton.lock()->titleLabel()->setAdjustsFontSizeToFitWidth(true);
+    m_views->shareAppButton->titleLabel()->setAdjustsFontSizeToFitWidth(true);
     m_playerBefore = std::make_shared<AVPlayer>(movie());
     addPlayerController();
 }
 
 void PreviewViewController::addPlayerController() {
-    const auto player = std::make_shared<AVPlayerViewController>();
-    player->setPlayer(m_playerBefore);
-    addChildViewController(player);
-    const auto container = m_videoContainerView1.lock();
-    const std::shared_ptr<UIView> view = player->view();
+    m_playerController = std::make_shared<AVPlayerViewController>();
+    m_playerController->setPlayer(m_playerBefore);
+    addChildViewController(m_playerController);
+    const auto& container = m_views->videoContainerView1;
+    const std::shared_ptr<UIView> view = m_playerController->view();
     container->addSubview(view);
     for (const auto& constraint : {view->centerYAnchor().constraintEqualToAnchor(container->centerYAnchor()),
                                    view->centerXAnchor().constraintEqualToAnchor(container->centerXAnchor()),
                                    view->widthAnchor().constraintEqualToAnchor(container->widthAnchor()),
                                    view->heightAnchor().constraintEqualToAnchor(container->heightAnchor())})
         constraint->setActive(true);
-    player->didMoveToParentViewController(parentViewController());
+    m_playerController->didMoveToParentViewController(parentViewController());
 }
 
 const URL& PreviewViewController::movie() const {

@@ -3,31 +3,40 @@
 #include "Platform/Foundation/NSError.h"
 #include "Platform/Foundation/URL.h"
 #include "Platform/UIKit/UIViewController.h"
+#include "Views/Preview/PreviewViews.h"
 
 #include <optional>
 
 namespace anadrome {
 
 class AVPlayer;
-class UIButton;
-class UIView;
+class AVPlayerViewController;
 
 /// The Preview screen: plays the finished movie, saves it, shares it, and leads back to the start. Main
 /// thread only. The movie stays a work file, which goes with the others on the way back.
 class PreviewViewController : public UIViewController {
 public:
+    /// Loads them first if need be.
+    const PreviewViews& views() {
+        view();
+        return *m_views;
+    }
+
     /// The finished movie. To be set before the view loads; without one that is fatal.
     void setCompressedVideoUrl(URL url) { m_compressedVideoUrl = std::move(url); }
     const std::optional<URL>& compressedVideoUrl() const { return m_compressedVideoUrl; }
 
     /// Plays the movie when the user wants it; null before the view is loaded.
     const std::shared_ptr<AVPlayer>& playerBefore() const { return m_playerBefore; }
+    /// Shows it; null before the view is loaded.
+    const std::shared_ptr<AVPlayerViewController>& playerController() const { return m_playerController; }
 
 protected:
-    void declareConnections(UIConnections& connections) override;
     void viewDidLoad() override;
 
 private:
+    friend void buildPreviewViews(PreviewViewController& preview, UIView& root);
+
     void setupViews();
     void addPlayerController();
     const URL& movie() const;
@@ -40,14 +49,10 @@ private:
     void shareAppTap();
     void selectOtherVideoTap();
 
-    std::weak_ptr<UIView> m_videoContainerView1;
-    std::weak_ptr<UIButton> m_saveButton;
-    std::weak_ptr<UIButton> m_shareButton;
-    std::weak_ptr<UIButton> m_shareAppButton;
-    std::weak_ptr<UIButton> m_selectOtherVideoButton;
-
+    std::optional<PreviewViews> m_views;
     std::optional<URL> m_compressedVideoUrl;
     std::shared_ptr<AVPlayer> m_playerBefore;
+    std::shared_ptr<AVPlayerViewController> m_playerController;
 };
 
 } // namespace anadrome

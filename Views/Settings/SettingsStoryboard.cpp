@@ -4,13 +4,13 @@
 
 namespace anadrome {
 
+void buildSettingsViews(SettingsViewController& settings, UIView& root) {
+    settings.m_tableView = root.addNew<UITableView>();
+    settings.m_tableView->registerCell("basic", [] { return std::make_shared<UITableViewCell>(); });
+}
+
 UIStoryboardScene settingsStoryboard() {
-    return UIStoryboardScene::ofController<SettingsViewController>()
-        .add<UITableView>("tableView",
-                          [](UITableView& table) {
-                              table.registerCell("basic", [] { return std::make_shared<UITableViewCell>(); });
-                          })
-        .inNavigationController();
+    return UIStoryboardScene::ofController(buildSettingsViews).inNavigationController();
 }
 
 } // namespace anadrome

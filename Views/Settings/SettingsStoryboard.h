@@ -4,7 +4,7 @@
 
 namespace anadrome {
 
-/// The Settings screen, in a stack of its own whose bar has its button.
+/// The Settings screen, as the root of a stack of its own, whose bar has its button.
 UIStoryboardScene settingsStoryboard();
 
 } // namespace anadrome

@@ -7,7 +7,6 @@
 #include "Platform/UIKit/UIActivityViewController.h"
 #include "Platform/UIKit/UIAlertController.h"
 #include "Platform/UIKit/UIApplication.h"
-#include "Platform/UIKit/UIConnections.h"
 #include "Platform/UIKit/UIDevice.h"
 #include "Views/Common/StoreTexts.h"
 #include "Views/Common/ViewHelper.h"
@@ -24,17 +23,6 @@ std::shared_ptr<SettingsViewController> SettingsViewController::self() {
     return std::static_pointer_cast<SettingsViewController>(shared_from_this());
 }
 
-void SettingsViewController::declareConnections(UIConnections& connections) {
-    connections.outlet("tableView", m_tableView);
-}
-
-UITableView& SettingsViewController::table() const {
-    const auto table = m_tableView.lock();
-    if (!table)
-        fatalError("The Settings screen has no table");
-    return *table;
-}
-
 void SettingsViewController::viewDidLoad() {
     UIViewController::viewDidLoad();
     navigationItem().setRightBarButtonItem(
@@ -42,14 +30,14 @@ void SettingsViewController::viewDidLoad() {
             if (const auto self = weak.lock())
                 self->doneTapped();
         }));
-    table().setDataSource(self());
-    table().setDelegate(self());
-    table().setRowHeight(rowHeight);
+    m_tableView->setDataSource(self());
+    m_tableView->setDelegate(self());
+    m_tableView->setRowHeight(rowHeight);
 }
 
 void SettingsViewController::viewWillAppear(bool animated) {
     UIViewController::viewWillAppear(animated);
-    table().reloadData();
+    m_tableView->reloadData();
 }
 
 void SettingsViewController::doneTapped() {

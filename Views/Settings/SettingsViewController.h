@@ -12,6 +12,12 @@ class SettingsViewController : public UIViewController,
                                public UITableViewDelegate,
                                public MFMailComposeViewControllerDelegate {
 public:
+    /// Loads it first if need be.
+    const std::shared_ptr<UITableView>& tableView() {
+        view();
+        return m_tableView;
+    }
+
     // SettingsViewController+TableView.cpp
     long numberOfSectionsInTableView(UITableView& table) override;
     long numberOfRowsInSection(UITableView& table, long section) override;
@@ -24,13 +30,13 @@ public:
                                                   const std::optional<NSError>& error) override;
 
 protected:
-    void declareConnections(UIConnections& connections) override;
     void viewDidLoad() override;
     void viewWillAppear(bool animated) override;
 
 private:
+    friend void buildSettingsViews(SettingsViewController& settings, UIView& root);
+
     std::shared_ptr<SettingsViewController> self();
-    UITableView& table() const;
     void doneTapped();
     void shareApp();
     void writeFeedback(long row);
@@ -38,7 +44,7 @@ private:
     /// Shows an error dialog if no address is deployed.
     void openLink(const std::string& event, const std::string& address);
 
-    std::weak_ptr<UITableView> m_tableView;
+    std::shared_ptr<UITableView> m_tableView;
 };
 
 } // namespace anadrome

@@ -1,9 +1,6 @@
 #include "Views/Title/TitleStoryboard.h"
 
 #include "Platform/Services/Deployment.h"
-#include "Platform/UIKit/UIButton.h"
-#include "Platform/UIKit/UILabel.h"
-#include "Platform/UIKit/UISegmentedControl.h"
 #include "Views/Common/UIView+Border.h"
 #include "Views/Title/TitleViewController.h"
 
@@ -14,61 +11,53 @@ namespace anadrome {
 namespace {
 
 constexpr auto tap = UIControlEvents::touchUpInside;
-void prepareCard(UIButton& button) {
-    setCornerRadius(button, 14);
-    setBorderWidth(button, 1);
-    setBorderColor(button, UIColor::separatorColor());
-}
 
-void addIntakes(UIStoryboardScene& scene) {
-    scene.add<UIButton>("cameraButton", prepareCard, {{tap, "cameraTap"}})
-        .add<UILabel>("cameraNotice")
-        .add<UIButton>("libraryButton", prepareCard, {{tap, "libraryTap"}})
-        .add<UIButton>("iCloudButton", prepareCard, {{tap, "iCloudTap"}});
-}
-
-void addQuality(UIStoryboardScene& scene) {
-    scene.add<UILabel>("videoQualityLabel")
-        .add<UISegmentedControl>("videoQualitySegmentedControl",
-                                 [](UISegmentedControl& control) {
-                                     control.setTitles({"", "", ""});
-                                 },
-                                 {{UIControlEvents::valueChanged, "videoQualityChanged"}});
+void setFirstValues(const TitleViews& views) {
+    for (const auto& card : {views.cameraButton, views.libraryButton, views.iCloudButton}) {
+        setCornerRadius(*card, 14);
+        setBorderWidth(*card, 1);
+        setBorderColor(*card, UIColor::separatorColor());
+    }
+    views.videoQualitySegmentedControl->setTitles({"", "", ""});
 }
 
 bool hasPage(const std::string& identifier) {
     return !Deployment::current().productPage(identifier).empty();
 }
 
-/// Only apps with a deployed store page are shown; the heading hides with the last of them.
-void addAppStrip(UIStoryboardScene& scene) {
-    scene.add<UILabel>("moreAppsLabel", [](UILabel& label) {
-        label.setHidden(std::ranges::none_of(Deployment::current().appStripIdentifiers, hasPage));
-    });
-    for (std::size_t index = 0; index < Deployment().appStripIdentifiers.size(); ++index) {
-        const std::string app = "app" + std::to_string(index + 1);
-        const auto hideWithoutPage = [index](UIView& view) {
-            view.setHidden(!hasPage(Deployment::current().appStripIdentifiers[index]));
-        };
-        const auto prepare = [index, hideWithoutPage](UIButton& button) {
-            button.setTag(static_cast<long>(index));
-            hideWithoutPage(button);
-        };
-        scene.add<UILabel>(app + "Label", hideWithoutPage)
-            .add<UIButton>(app + "Button", prepare, {{tap, "appButtonTapped"}});
+/// Hides the apps without a deployed store page, and the heading if that leaves none.
+void hideAppsWithoutPage(const TitleViews& views) {
+    const auto& identifiers = Deployment::current().appStripIdentifiers;
+    views.moreAppsLabel->setHidden(std::ranges::none_of(identifiers, hasPage));
+    for (std::size_t index = 0; index < views.apps.size(); ++index) {
+        views.apps[index].label->setHidden(!hasPage(identifiers[index]));
+        views.apps[index].button->setHidden(!hasPage(identifiers[index]));
     }
 }
 
 } // namespace
 
+void buildTitleViews(TitleViewController& title, UIView& root) {
+    using Title = TitleViewController;
+    const TitleViews& views = title.m_views.emplace(root);
+    setFirstValues(views);
+    hideAppsWithoutPage(views);
+    views.infoButton->addTarget(title, &Title::infoButtonTapped, tap);
+    views.cameraButton->addTarget(title, &Title::cameraTap, tap);
+    views.libraryButton->addTarget(title, &Title::libraryTap, tap);
+    views.iCloudButton->addTarget(title, &Title::iCloudTap, tap);
+    views.videoQualitySegmentedControl->addTarget(title, &Title::videoQualityChanged,
+                                                  UIControlEvents::valueChanged);
+    for (long tag = 0; const TitleViews::App& app : views.apps)
+        app.button->addAction(tap, [weak = title.weakSelf(), tag = tag++] {
+            if (const auto self = weak.lock())
+                self->appButtonTapped(tag);
+        });
+    views.shareAppButton->addTarget(title, &Title::shareAppTapped, tap);
+}
+
 UIStoryboardScene titleStoryboard() {
-    UIStoryboardScene scene = UIStoryboardScene::ofController<TitleViewController>();
-    scene.add<UIButton>("infoButton", {}, {{tap, "infoButtonTapped"}});
-    addIntakes(scene);
-    addQuality(scene);
-    addAppStrip(scene);
-    scene.add<UIButton>("shareAppButton", {}, {{tap, "shareAppTapped"}});
-    return scene.inNavigationController();
+    return UIStoryboardScene::ofController(buildTitleViews).inNavigationController();
 }
 
 } // namespace anadrome

@@ -4,7 +4,7 @@
 
 namespace anadrome {
 
-/// The views of the Title screen, which comes as the root of the program's stack.
+/// The Title screen, as the root of the program's stack.
 UIStoryboardScene titleStoryboard();
 
 } // namespace anadrome

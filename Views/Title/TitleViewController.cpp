@@ -9,10 +9,6 @@
 #include "Platform/Services/Measuring/FIRAnalytics.h"
 #include "Platform/StoreKit/SKStoreProductViewController.h"
 #include "Platform/UIKit/UIActivityViewController.h"
-#include "Platform/UIKit/UIButton.h"
-#include "Platform/UIKit/UIConnections.h"
-#include "Platform/UIKit/UILabel.h"
-#include "Platform/UIKit/UISegmentedControl.h"
 #include "Platform/UIKit/UIStoryboard.h"
 #include "Views/Common/StoreTexts.h"
 #include "Views/Common/ViewHelper.h"
@@ -35,30 +31,10 @@ std::shared_ptr<TitleViewController> TitleViewController::self() {
     return std::static_pointer_cast<TitleViewController>(shared_from_this());
 }
 
-void TitleViewController::declareConnections(UIConnections& connections) {
-    connections.outlet("moreAppsLabel", m_moreAppsLabel);
-    for (std::size_t i = 0; i < m_appLabels.size(); ++i)
-        connections.outlet("app" + std::to_string(i + 1) + "Label", m_appLabels[i]);
-    connections.outlet("shareAppButton", m_shareAppButton);
-    connections.outlet("cameraButton", m_cameraButton);
-    connections.outlet("libraryButton", m_libraryButton);
-    connections.outlet("iCloudButton", m_iCloudButton);
-    connections.outlet("cameraNotice", m_cameraNotice);
-    connections.outlet("videoQualityLabel", m_videoQualityLabel);
-    connections.outlet("videoQualitySegmentedControl", m_videoQualitySegmentedControl);
-    connections.action("cameraTap", [this] { cameraTap(); });
-    connections.action("libraryTap", [this] { libraryTap(); });
-    connections.action("iCloudTap", [this] { iCloudTap(); });
-    connections.action("infoButtonTapped", [this] { infoButtonTapped(); });
-    connections.action("shareAppTapped", [this] { shareAppTapped(); });
-    connections.action("videoQualityChanged", [this] { videoQualityChanged(); });
-    connections.actionOfSender("appButtonTapped", [this](UIView& button) { appButtonTapped(button.tag()); });
-}
-
 void TitleViewController::viewDidLoad() {
     UIViewController::viewDidLoad();
     setTexts();
-    m_videoQualitySegmentedControl.lock()->setSelectedSegmentIndex(
+    m_views->videoQualitySegmentedControl->setSelectedSegmentIndex(
         NSUserDefaults::standardUserDefaults().integerForKey("resolutionIndexKey"));
     // What an earlier run left.
     VideoFileManager::removeAllWorkFiles();
@@ -67,22 +43,22 @@ void TitleViewController::viewDidLoad() {
 
 void TitleViewController::setTexts() {
     constexpr auto normal = UIControlState::normal;
-    m_moreAppsLabel.lock()->setText(NSLocalizedString("MoreApps"));
+    m_views->moreAppsLabel->setText(NSLocalizedString("MoreApps"));
     const std::array appNames{NSLocalizedString("MoreApp1"), NSLocalizedString("MoreApp2"),
                               NSLocalizedString("MoreApp3"), NSLocalizedString("MoreApp4"),
                               NSLocalizedString("MoreApp5")};
-    for (std::size_t i = 0; i < m_appLabels.size(); ++i)
-        m_appLabels[i].lock()->setText(appNames[i]);
-    m_cameraButton.lock()->setTitle(NSLocalizedString("CaptureVideo"), normal);
-    m_libraryButton.lock()->setTitle(NSLocalizedString("SelectFromLibrary"), normal);
-    m_iCloudButton.lock()->setTitle(NSLocalizedString("SelectFromFiles"), normal);
-    const auto share = m_shareAppButton.lock();
+    for (std::size_t i = 0; i < appNames.size(); ++i)
+        m_views->apps[i].label->setText(appNames[i]);
+    m_views->cameraButton->setTitle(NSLocalizedString("CaptureVideo"), normal);
+    m_views->libraryButton->setTitle(NSLocalizedString("SelectFromLibrary"), normal);
+    m_views->iCloudButton->setTitle(NSLocalizedString("SelectFromFiles"), normal);
+    const auto& share = m_views->shareAppButton;
     share->setTitle(NSLocalizedString("ShareToFriends"), normal);
     share->titleLabel()->setAdjustsFontSizeToFitWidth(true);
     share->titleLabel()->setMinimumScaleFactor(smallestTitleScale);
-    m_cameraNotice.lock()->setText(NSLocalizedString("CameraNotice"));
-    m_videoQualityLabel.lock()->setText(NSLocalizedString("ResolutionSetting"));
-    const auto quality = m_videoQualitySegmentedControl.lock();
+    m_views->cameraNotice->setText(NSLocalizedString("CameraNotice"));
+    m_views->videoQualityLabel->setText(NSLocalizedString("ResolutionSetting"));
+    const auto& quality = m_views->videoQualitySegmentedControl;
     quality->setTitle(NSLocalizedString("ResolutionLQ"), 0);
     quality->setTitle(NSLocalizedString("ResolutionMQ"), 1);
     quality->setTitle(NSLocalizedString("ResolutionHQ"), 2);
@@ -90,7 +66,7 @@ void TitleViewController::setTexts() {
 
 void TitleViewController::videoQualityChanged() {
     NSUserDefaults& preferences = NSUserDefaults::standardUserDefaults();
-    preferences.setInteger(m_videoQualitySegmentedControl.lock()->selectedSegmentIndex(),
+    preferences.setInteger(m_views->videoQualitySegmentedControl->selectedSegmentIndex(),
                            "resolutionIndexKey");
     preferences.synchronize();
 }

@@ -4,15 +4,13 @@
 #include "Platform/PhotosUI/PHPickerViewController.h"
 #include "Platform/UIKit/UIDocumentPickerViewController.h"
 #include "Platform/UIKit/UIImagePickerController.h"
+#include "Views/Title/TitleViews.h"
 
-#include <array>
+#include <optional>
 
 namespace anadrome {
 
 class SKStoreProductViewController;
-class UIButton;
-class UILabel;
-class UISegmentedControl;
 
 /// The first screen: takes in a clip from the camera, the user's movies or a file and opens the Edit screen
 /// with it; holds the quality of the movies; asks for consent and starts the ads. Main thread only, but for
@@ -22,6 +20,12 @@ class TitleViewController : public UIViewController,
                             public PHPickerViewControllerDelegate,
                             public UIDocumentPickerDelegate {
 public:
+    /// Loads them first if need be.
+    const TitleViews& views() {
+        view();
+        return *m_views;
+    }
+
     void didFinishPickingMediaWithInfo(UIImagePickerController& picker, const Info& info) override;
     void imagePickerControllerDidCancel(UIImagePickerController& picker) override;
     void didFinishPicking(PHPickerViewController& picker,
@@ -30,10 +34,11 @@ public:
                                 const std::vector<URL>& urls) override;
 
 protected:
-    void declareConnections(UIConnections& connections) override;
     void viewDidLoad() override;
 
 private:
+    friend void buildTitleViews(TitleViewController& title, UIView& root);
+
     void setTexts();
     std::shared_ptr<TitleViewController> self();
     std::weak_ptr<TitleViewController> weakSelf() { return self(); }
@@ -60,16 +65,7 @@ private:
     void scheduleMobileAdsStart();
     void startMobileAds();
 
-    std::weak_ptr<UILabel> m_moreAppsLabel;
-    std::array<std::weak_ptr<UILabel>, 5> m_appLabels;
-    std::weak_ptr<UIButton> m_shareAppButton;
-    std::weak_ptr<UIButton> m_cameraButton;
-    std::weak_ptr<UIButton> m_libraryButton;
-    std::weak_ptr<UIButton> m_iCloudButton;
-    std::weak_ptr<UILabel> m_cameraNotice;
-    std::weak_ptr<UILabel> m_videoQualityLabel;
-    std::weak_ptr<UISegmentedControl> m_videoQualitySegmentedControl;
-
+    std::optional<TitleViews> m_views;
     bool m_isMobileAdsStartCalled = false;
     bool m_hasPresentedStoreVC = false;
 };

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Anadrome
 
@@ -5,25 +6,22 @@ import Anadrome
 Column {
     id: strip
 
-    required property ShownScreen screen
+    required property TitleScreen screen
 
-    readonly property LabelItem heading: screen.view("moreAppsLabel")
-
-    visible: heading.shown
+    visible: screen.moreAppsLabel.shown
     spacing: Theme.near
 
-    Label { view: strip.heading; font.weight: Font.DemiBold }
+    Label { view: strip.screen.moreAppsLabel; font.weight: Font.DemiBold }
     Flow {
         width: parent.width
         spacing: Theme.near
         Repeater {
-            model: 5
+            model: strip.screen.appButtons.length
             QuietButton {
                 required property int index
-                readonly property LabelItem caption: strip.screen.view("app" + (index + 1) + "Label")
                 objectName: "app" + (index + 1) + "Button"
-                view: strip.screen.view(objectName)
-                text: caption.text
+                view: strip.screen.appButtons[index]
+                text: strip.screen.appLabels[index].text
             }
         }
     }

@@ -41,7 +41,9 @@ Item {
         kind: sign.kind
         part: kind === "tick" ? drawn : sign.progress
         color: sign.color
-        NumberAnimation on drawn {
+        NumberAnimation {
+            target: still
+            property: "drawn"
             running: sign.isBusy && sign.kind === "tick" && !Appearance.reducedMotion
             from: 0
             to: 1

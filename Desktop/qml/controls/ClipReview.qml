@@ -8,7 +8,7 @@ Item {
     required property CameraScreen screen
     required property RecordedClip clip
 
-    Pictures {
+    PlayerPictures {
         anchors { fill: parent; bottomMargin: Theme.cameraFoot }
         view: review.clip.pictures
         TapHandler { onTapped: review.clip.player.toggle() }

@@ -5,7 +5,7 @@ import Anadrome
 Column {
     id: controls
 
-    required property ShownScreen screen
+    required property EditScreen screen
 
     spacing: Theme.gap
 
@@ -15,10 +15,10 @@ Column {
         Item {
             width: parent.width
             height: Math.max(caption.implicitHeight, chosen.implicitHeight)
-            Label { id: caption; view: controls.screen.view("outputTypeLabel"); font.weight: Font.DemiBold }
+            Label { id: caption; view: controls.screen.outputTypeLabel; font.weight: Font.DemiBold }
             Label {
                 id: chosen
-                view: controls.screen.view("outputTypeValueLabel")
+                view: controls.screen.outputTypeValueLabel
                 anchors { right: parent.right; left: caption.right; leftMargin: Theme.near }
                 horizontalAlignment: Text.AlignRight
                 color: Theme.secondary
@@ -27,11 +27,11 @@ Column {
         Segments {
             objectName: "outputTypeSegmentedControl"
             width: parent.width
-            view: controls.screen.view("outputTypeSegmentedControl")
+            view: controls.screen.outputTypeSegmentedControl
             name: caption.text
         }
         Label {
-            view: controls.screen.view("outputTypeNoticeLabel")
+            view: controls.screen.outputTypeNoticeLabel
             width: parent.width
             color: Theme.secondary
             font.pixelSize: Theme.smallSize
@@ -40,18 +40,18 @@ Column {
     SpeedSlider {
         objectName: "reverseSpeedSlider"
         width: parent.width
-        caption: controls.screen.view("reverseSpeedLabel")
-        factor: controls.screen.view("reverseSpeedValueLabel")
-        view: controls.screen.view("reverseSpeedSlider")
+        caption: controls.screen.reverseSpeedLabel
+        factor: controls.screen.reverseSpeedValueLabel
+        view: controls.screen.reverseSpeedSlider
         fill: Theme.backward
         glyph: "◁"
     }
     SpeedSlider {
         objectName: "normalSpeedSlider"
         width: parent.width
-        caption: controls.screen.view("normalSpeedLabel")
-        factor: controls.screen.view("normalSpeedValueLabel")
-        view: controls.screen.view("normalSpeedSlider")
+        caption: controls.screen.normalSpeedLabel
+        factor: controls.screen.normalSpeedValueLabel
+        view: controls.screen.normalSpeedSlider
         fill: Theme.forward
         glyph: "▷"
     }
@@ -63,7 +63,7 @@ Column {
             objectName: "fileTypeSegmentedControl"
             anchors.right: parent.right
             width: 148
-            view: controls.screen.view("fileTypeSegmentedControl")
+            view: controls.screen.fileTypeSegmentedControl
             name: container.text
         }
     }
@@ -72,7 +72,7 @@ Column {
         height: Math.max(Theme.touch, keep.implicitHeight)
         Label {
             id: keep
-            view: controls.screen.view("exifLabel")
+            view: controls.screen.exifLabel
             anchors { left: parent.left; right: exif.left; rightMargin: Theme.between
                       verticalCenter: parent.verticalCenter }
         }
@@ -80,7 +80,7 @@ Column {
             id: exif
             objectName: "exifSwitch"
             anchors { right: parent.right; verticalCenter: parent.verticalCenter }
-            view: controls.screen.view("exifSwitch")
+            view: controls.screen.exifSwitch
             text: keep.text
         }
     }

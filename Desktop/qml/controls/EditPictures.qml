@@ -2,7 +2,7 @@ import QtQuick
 import Anadrome
 
 // The clip as it runs, with the icon that tells of play and pause over it.
-Pictures {
+PlayerPictures {
     id: pictures
 
     required property ImageItem icon

@@ -3,8 +3,7 @@ import Anadrome
 
 // Where the keyboard is.
 Rectangle {
-    property Item of: parent
-    property bool shown: of.visualFocus
+    required property bool shown
     // How far it lies outside: inside, if negative.
     property real reach: 3
 

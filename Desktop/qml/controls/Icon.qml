@@ -8,7 +8,7 @@ Image {
 
     width: size
     height: size
-    sourceSize: Qt.size(size * Screen.devicePixelRatio, size * Screen.devicePixelRatio)
+    sourceSize { width: size * Screen.devicePixelRatio; height: size * Screen.devicePixelRatio }
     source: name ? "image://icons/" + name + "/" + color.toString().slice(-6) : ""
     Accessible.ignored: true
 }

@@ -7,52 +7,68 @@ PushButton {
 
     property string notice
     property bool isTall: false
-    readonly property real discTop: 40
 
-    readonly property real tallHeight: discTop + disc.height + Theme.gap + words.implicitHeight + Theme.edge
-    implicitHeight: isTall ? Math.max(220, tallHeight) : Math.max(112, words.implicitHeight + 2 * Theme.gap)
-    radius: Theme.cardRadius
-    fill: Theme.surface
-    edge: Theme.line
-    Accessible.description: notice
+    component Content: Item {
+        id: content
 
-    contentItem: Item {
+        required property string symbol
+        required property string text
+        required property string notice
+        required property bool isTall
+        readonly property real discTop: 40
+        readonly property real tallHeight: discTop + disc.height + Theme.gap + words.implicitHeight + Theme.edge
+
+        implicitHeight: isTall ? Math.max(220, tallHeight)
+                               : Math.max(112, words.implicitHeight + 2 * Theme.gap)
+
         Rectangle {
             id: disc
             width: 56
             height: 56
             radius: 28
-            x: card.isTall ? (parent.width - width) / 2 : 20
-            y: card.isTall ? card.discTop : (parent.height - height) / 2
+            x: content.isTall ? (parent.width - width) / 2 : 20
+            y: content.isTall ? content.discTop : (parent.height - height) / 2
             color: Qt.alpha(Theme.backward, 0.14)
             Icon {
                 anchors.centerIn: parent
-                name: card.symbol
+                name: content.symbol
                 color: Theme.backward
                 size: 28
             }
         }
         Column {
             id: words
-            x: card.isTall ? Theme.gap : disc.x + disc.width + Theme.gap
-            y: card.isTall ? disc.y + disc.height + Theme.gap : (parent.height - implicitHeight) / 2
+            x: content.isTall ? Theme.gap : disc.x + disc.width + Theme.gap
+            y: content.isTall ? disc.y + disc.height + Theme.gap : (parent.height - implicitHeight) / 2
             width: parent.width - x - Theme.gap
             spacing: 4
             Label {
                 width: parent.width
-                text: card.text
+                text: content.text
                 font.pixelSize: Theme.headSize
                 font.weight: Font.DemiBold
-                horizontalAlignment: card.isTall ? Text.AlignHCenter : Text.AlignLeft
+                horizontalAlignment: content.isTall ? Text.AlignHCenter : Text.AlignLeft
             }
             Label {
                 width: parent.width
                 visible: text !== ""
-                text: card.notice
+                text: content.notice
                 color: Theme.secondary
                 font.pixelSize: Theme.smallSize
-                horizontalAlignment: card.isTall ? Text.AlignHCenter : Text.AlignLeft
+                horizontalAlignment: content.isTall ? Text.AlignHCenter : Text.AlignLeft
             }
         }
+    }
+
+    implicitHeight: implicitContentHeight
+    radius: Theme.cardRadius
+    fill: Theme.surface
+    edge: Theme.line
+    Accessible.description: notice
+    contentItem: Content {
+        symbol: card.symbol
+        text: card.text
+        notice: card.notice
+        isTall: card.isTall
     }
 }

@@ -28,7 +28,7 @@ Item {
         anchors.fill: parent
         source: cell.shownClip.thumbnail
         // Other programs' thumbnails may be much larger.
-        sourceSize: Qt.size(Theme.thumbnail, Theme.thumbnail)
+        sourceSize { width: Theme.thumbnail; height: Theme.thumbnail }
         fillMode: Image.PreserveAspectCrop
         asynchronous: true
         // The file's picture may change under its name.
@@ -103,11 +103,10 @@ Item {
     TapHandler { onTapped: cell.chosen() }
     // On a picture of the ring's colour too.
     FocusRing {
-        of: cell
         anchors.margins: 2
         radius: 0
         border.color: Theme.background
         shown: cell.activeFocus
     }
-    FocusRing { of: cell; anchors.margins: 0; radius: 0; border.width: 3; shown: cell.activeFocus }
+    FocusRing { anchors.margins: 0; radius: 0; border.width: 3; shown: cell.activeFocus }
 }

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
 import Anadrome
@@ -7,6 +8,7 @@ ListView {
     id: grid
 
     required property LibraryLines lines
+    readonly property int currentClip: lines.current
     readonly property int columns: Math.max(3, Math.min(6, Math.floor(width / 140)))
     readonly property real side: (width - (columns - 1) * spacing) / columns
 
@@ -38,12 +40,8 @@ ListView {
     Accessible.role: Accessible.List
     Accessible.name: Texts.of("SelectFromLibrary")
     onColumnsChanged: layOut()
+    onCurrentClipChanged: show()
     Component.onCompleted: layOut()
-
-    Connections {
-        target: grid.lines
-        function onCurrentChanged() { grid.show() }
-    }
 
     Keys.onPressed: event => {
         const page = Math.max(1, Math.floor(height / (side + spacing)))

@@ -48,11 +48,11 @@ Item {
                   verticalCenter: parent.verticalCenter }
         to: controls.movie.duration
         value: controls.movie.position
-        stepBy: seconds => controls.movie.seek(controls.movie.position + seconds)
         fill: controls.present ? controls.colour(controls.present) : Theme.pictureForward
         groove: Theme.pictureGroove
         stretches: controls.stretches.map(stretch => ({ end: stretch.end, color: controls.colour(stretch) }))
         ink: Theme.pictureSecondary
+        onStepped: seconds => controls.movie.seek(controls.movie.position + seconds)
         onTaken: {
             controls.wasPlaying = controls.movie.playing
             controls.movie.pause()
@@ -80,10 +80,10 @@ Item {
         fill: Theme.pictureSecondary
         groove: Theme.pictureGroove
         knob: Theme.hudText
-        stepBy: steps => controls.louder(steps)
         isWheeled: true
         name: Texts.of("Volume")
         valueText: Math.round(place * 100) + "%"
+        onStepped: steps => controls.louder(steps)
         onMoved: value => controls.movie.volume = value
     }
     MovieButton {

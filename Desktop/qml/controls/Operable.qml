@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Templates as T
-import Anadrome
 
 // What all that is pressed shares: keys, and the hand of a screen reader, which the template lacks.
 T.AbstractButton {

@@ -6,17 +6,21 @@ import Anadrome
 Rectangle {
     id: control
 
-    // What gives them: has their aspect, and the operations showOn and leave.
-    required property QtObject view
+    // Width by height of the upright pictures.
+    required property real aspect
     // Whether anybody can see them.
     property bool isSeen: true
 
+    // Pictures are to come to the sink, in that many pixels; or none any more.
+    signal joined(VideoSink sink, size pixels)
+    signal left
+
     function join() {
         if (isSeen && output.width > 0 && output.height > 0)
-            view.showOn(output.videoSink, Qt.size(output.width * Screen.devicePixelRatio,
-                                                  output.height * Screen.devicePixelRatio))
+            joined(output.videoSink, Qt.size(output.width * Screen.devicePixelRatio,
+                                             output.height * Screen.devicePixelRatio))
         else
-            view.leave()
+            left()
     }
 
     color: Theme.stage
@@ -31,8 +35,8 @@ Rectangle {
         id: output
         readonly property real room: control.height > 0 ? control.width / control.height : 1
         anchors.centerIn: parent
-        width: Math.round(room > control.view.aspect ? control.height * control.view.aspect : control.width)
-        height: Math.round(room > control.view.aspect ? control.height : control.width / control.view.aspect)
+        width: Math.round(room > control.aspect ? control.height * control.aspect : control.width)
+        height: Math.round(room > control.aspect ? control.height : control.width / control.aspect)
         fillMode: VideoOutput.Stretch
         onWidthChanged: settled.restart()
         onHeightChanged: settled.restart()

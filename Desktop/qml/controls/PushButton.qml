@@ -20,7 +20,7 @@ Operable {
     opacity: view ? Theme.strength(view) : 1
     visible: view ? view.shown : true
     implicitHeight: Theme.touch
-    implicitWidth: Math.max(Theme.touch, content.implicitWidth + 2 * Theme.gap)
+    implicitWidth: Math.max(Theme.touch, implicitContentWidth + 2 * Theme.gap)
     onClicked: if (view) view.tap()
 
     background: Rectangle {
@@ -29,35 +29,12 @@ Operable {
                             : control.hovered ? control.hoveredFill : control.fill
         border.width: control.edge.a > 0 ? 1 : 0
         border.color: control.edge
-        FocusRing { of: control; reach: control.ringReach; radius: control.radius + reach }
+        FocusRing { shown: control.visualFocus; reach: control.ringReach; radius: control.radius + reach }
     }
-    contentItem: Item {
-        Row {
-            id: content
-            anchors.centerIn: parent
-            spacing: Theme.near
-            Icon {
-                anchors.verticalCenter: parent.verticalCenter
-                visible: name !== ""
-                name: control.symbol
-                color: control.ink
-                size: 20
-            }
-            Text {
-                id: caption
-                readonly property real room: control.width - Theme.gap - (control.symbol ? 28 : 0)
-                anchors.verticalCenter: parent.verticalCenter
-                visible: text !== ""
-                text: control.text
-                width: room > 0 ? Math.min(implicitWidth, room) : implicitWidth
-                color: control.ink
-                font.pixelSize: Theme.textSize
-                font.weight: Font.DemiBold
-                fontSizeMode: Text.HorizontalFit
-                minimumPixelSize: Theme.smallSize
-                elide: Text.ElideRight
-                textFormat: Text.PlainText
-            }
-        }
+    contentItem: ButtonContent {
+        symbol: control.symbol
+        text: control.text
+        ink: control.ink
+        room: control.width - Theme.gap
     }
 }

@@ -18,7 +18,7 @@ Operable {
         color: control.hovered || control.down ? Theme.pictureHovered : "transparent"
         border.width: Theme.recordEdge
         border.color: Theme.pictureInk
-        FocusRing { of: control; radius: width / 2 }
+        FocusRing { shown: control.visualFocus; radius: width / 2 }
     }
     contentItem: Item {
         Rectangle {

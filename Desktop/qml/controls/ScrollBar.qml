@@ -7,12 +7,11 @@ T.ScrollBar {
     id: bar
 
     padding: 2
-    implicitWidth: thumb.implicitWidth + 2 * padding
+    implicitWidth: implicitContentWidth + 2 * padding
     minimumSize: 0.1
     visible: size < 1
 
     contentItem: Rectangle {
-        id: thumb
         implicitWidth: 4
         radius: width / 2
         color: Theme.groove

@@ -9,7 +9,6 @@ Item {
     property alias to: slide.to
     property alias value: slide.place
     property alias fill: slide.fill
-    property alias stepBy: slide.stepBy
     property alias groove: slide.groove
     property alias stretches: slide.stretches
     property color ink: Theme.secondary
@@ -18,17 +17,19 @@ Item {
     signal moved(real value)
     signal letGo
     signal lost
+    signal stepped(int steps)
 
     implicitHeight: Theme.touch
 
     FontMetrics { id: metrics; font: elapsed.font }
-    component Time: Label {
+    Label {
+        id: elapsed
         anchors.verticalCenter: parent.verticalCenter
-        width: Math.ceil(Math.max(metrics.advanceWidth("00:00.0"), metrics.advanceWidth(total.text)))
+        width: total.width
+        text: Texts.clock(control.value - control.from)
         color: control.ink
         font.pixelSize: Theme.smallSize
     }
-    Time { id: elapsed; text: Texts.clock(control.value - control.from) }
     Slide {
         id: slide
         anchors { left: elapsed.right; right: total.left; verticalCenter: parent.verticalCenter }
@@ -39,10 +40,14 @@ Item {
         onMoved: value => control.moved(value)
         onLetGo: control.letGo()
         onLost: control.lost()
+        onStepped: steps => control.stepped(steps)
     }
-    Time {
+    Label {
         id: total
-        anchors.right: parent.right
+        anchors { right: parent.right; verticalCenter: parent.verticalCenter }
+        width: Math.ceil(Math.max(metrics.advanceWidth("00:00.0"), metrics.advanceWidth(text)))
+        color: control.ink
+        font.pixelSize: Theme.smallSize
         horizontalAlignment: Text.AlignRight
         text: Texts.clock(control.to - control.from)
     }

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
 import Anadrome
@@ -67,7 +68,7 @@ Rectangle {
                     color: segment.down ? Theme.pressed(fill, Theme.text) : fill
                     border.width: segment.chosen ? 1 : 0
                     border.color: Theme.chosenEdge
-                    FocusRing { of: segment; reach: 0; radius: parent.radius }
+                    FocusRing { shown: segment.visualFocus; reach: 0; radius: parent.radius }
                 }
                 contentItem: Text {
                     text: control.coloured(segment.text)

@@ -2,26 +2,14 @@ import QtQuick
 import Anadrome
 
 // A track with a thumb. It only tells what the hand does: what value holds is said from outside.
-Item {
+SlideTrack {
     id: control
 
-    property real from: 0
-    property real to: 1
-    // The value that is shown.
-    property real place: 0
     property real step: (to - from) / 100
-    // What a step does, forward or backward, by keys, by the wheel or for a screen reader.
-    property var stepBy: steps => reach(place + steps * step)
     // Whether the wheel moves it: not where the wheel scrolls what it stands on.
     property bool isWheeled: false
     // Whether a double click means something; a click is then a move only when no second one follows.
     property bool isDoubleClicked: false
-    property color fill: Theme.backward
-    property color groove: Theme.groove
-    property color knob: Theme.knob
-    // Parts of the track in colours of their own: maps with "end", from 0 to 1, and "color".
-    property var stretches: []
-    property bool isMarkedInMiddle: false
     property string name
     property string valueText
 
@@ -31,13 +19,11 @@ Item {
     signal letGo
     signal lost
     signal doubleClicked
+    // By keys, the wheel or a screen reader; negative steps lead backward.
+    signal stepped(int steps)
 
     property bool isHeld: false
-    readonly property real inset: 11
-    // For the ring, which a hand needs not.
-    readonly property bool visualFocus: activeFocus && !isByMouse
     property bool isByMouse: false
-    readonly property bool hovered: hand.containsMouse
 
     function take() {
         pause.stop()
@@ -64,6 +50,9 @@ Item {
         letGoIn(Theme.keysRest)
     }
 
+    isPressed: hand.pressed
+    hovered: hand.containsMouse
+    visualFocus: activeFocus && !isByMouse
     implicitHeight: Theme.touch
     implicitWidth: 200
     activeFocusOnTab: true
@@ -75,12 +64,12 @@ Item {
     }
     Keys.onPressed: event => {
         const moves = {
-            [Qt.Key_Left]: () => stepBy(-1),
-            [Qt.Key_Down]: () => stepBy(-1),
-            [Qt.Key_Right]: () => stepBy(1),
-            [Qt.Key_Up]: () => stepBy(1),
-            [Qt.Key_PageDown]: () => stepBy(-10),
-            [Qt.Key_PageUp]: () => stepBy(10),
+            [Qt.Key_Left]: () => stepped(-1),
+            [Qt.Key_Down]: () => stepped(-1),
+            [Qt.Key_Right]: () => stepped(1),
+            [Qt.Key_Up]: () => stepped(1),
+            [Qt.Key_PageDown]: () => stepped(-10),
+            [Qt.Key_PageUp]: () => stepped(10),
             [Qt.Key_Home]: () => reach(from),
             [Qt.Key_End]: () => reach(to)
         }
@@ -105,17 +94,11 @@ Item {
     Accessible.role: Accessible.Slider
     Accessible.name: valueText ? name + ", " + valueText : name
     Accessible.focusable: true
-    Accessible.onIncreaseAction: if (enabled) stepBy(1)
-    Accessible.onDecreaseAction: if (enabled) stepBy(-1)
+    Accessible.onIncreaseAction: if (enabled) stepped(1)
+    Accessible.onDecreaseAction: if (enabled) stepped(-1)
 
     Timer { id: pause; onTriggered: control.letGoNow() }
 
-    SlideTrack {
-        id: looks
-        anchors.fill: parent
-        of: control
-        isPressed: hand.pressed
-    }
     WheelHandler {
         property real turned: 0
         readonly property real notch: 120
@@ -126,7 +109,7 @@ Item {
             const steps = Math.trunc(turned / notch)
             turned -= steps * notch
             if (steps !== 0)
-                control.stepBy(steps)
+                control.stepped(steps)
         }
     }
     MouseArea {
@@ -153,7 +136,7 @@ Item {
             isMoving = false
             isOver = false
             pressedAt = mouse.x
-            const distance = mouse.x - looks.thumbAt
+            const distance = mouse.x - control.thumbAt
             const isOnThumb = Math.abs(distance) <= 2 * control.inset
             grip = isOnThumb ? distance : 0
             if (isOnThumb)

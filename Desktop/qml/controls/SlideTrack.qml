@@ -1,40 +1,52 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Anadrome
 
-// The looks of a Slide: its track, filled up to the thumb.
+// The looks of a slider: a track, filled up to the thumb.
 Item {
     id: looks
 
-    // The slide.
-    required property Item of
+    property real from: 0
+    property real to: 1
+    // The value that is shown.
+    property real place: 0
+    property color fill: Theme.backward
+    property color groove: Theme.groove
+    property color knob: Theme.knob
+    // Parts of the track in colors of their own: maps with "end", from 0 to 1, and "color".
+    property var stretches: []
+    property bool isMarkedInMiddle: false
     property bool isPressed: false
-    readonly property real part: of.to > of.from
-                                 ? Math.min(1, Math.max(0, (of.place - of.from) / (of.to - of.from))) : 0
+    property bool hovered: false
+    // Focus ring, for keyboard users only.
+    property bool visualFocus: false
+    readonly property real inset: 11
+    readonly property real part: to > from ? Math.min(1, Math.max(0, (place - from) / (to - from))) : 0
     // The middle of the thumb.
-    readonly property real thumbAt: of.inset + part * track.width
+    readonly property real thumbAt: inset + part * track.width
 
     Rectangle {
         id: track
-        x: looks.of.inset
-        width: parent.width - 2 * looks.of.inset
+        x: looks.inset
+        width: parent.width - 2 * looks.inset
         height: 4
         radius: 2
         anchors.verticalCenter: parent.verticalCenter
-        color: looks.of.groove
+        color: looks.groove
         Rectangle {
             width: parent.width * looks.part
             height: parent.height
             radius: 2
-            color: looks.of.fill
-            visible: looks.of.stretches.length === 0
+            color: looks.fill
+            visible: looks.stretches.length === 0
         }
         Repeater {
-            model: looks.of.stretches
+            model: looks.stretches
             Item {
                 id: stretch
                 required property int index
                 required property var modelData
-                readonly property real begin: index > 0 ? looks.of.stretches[index - 1].end : 0
+                readonly property real begin: index > 0 ? looks.stretches[index - 1].end : 0
                 x: track.width * begin
                 width: track.width * (modelData.end - begin)
                 height: track.height
@@ -49,32 +61,32 @@ Item {
         }
     }
     Rectangle {
-        visible: looks.of.isMarkedInMiddle
+        visible: looks.isMarkedInMiddle
         width: 2
         height: 12
         radius: 1
         anchors.centerIn: parent
-        color: looks.part >= 0.5 ? looks.of.fill : looks.of.groove
+        color: looks.part >= 0.5 ? looks.fill : looks.groove
     }
     Rectangle {
         anchors.centerIn: thumb
         width: 34
         height: 34
         radius: height / 2
-        color: looks.of.fill
+        color: looks.fill
         opacity: 0.2
-        visible: looks.of.hovered || looks.isPressed
+        visible: looks.hovered || looks.isPressed
     }
     Rectangle {
         id: thumb
-        width: 2 * looks.of.inset
+        width: 2 * looks.inset
         height: width
-        radius: looks.of.inset
+        radius: looks.inset
         x: looks.thumbAt - width / 2
         anchors.verticalCenter: parent.verticalCenter
-        color: looks.of.knob
+        color: looks.knob
         border.width: looks.isPressed ? 6 : 4
-        border.color: looks.of.fill
-        FocusRing { of: looks.of; radius: thumb.radius + reach }
+        border.color: looks.fill
+        FocusRing { shown: looks.visualFocus; radius: thumb.radius + reach }
     }
 }

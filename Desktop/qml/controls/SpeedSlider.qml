@@ -49,7 +49,6 @@ Item {
         from: control.view.from
         to: control.view.to
         place: control.view.value
-        stepBy: steps => reach(SpeedScale.after(place, steps))
         fill: control.fill
         opacity: Theme.strength(control.view)
         // As one picture, or the track would be seen through the thumb.
@@ -59,6 +58,7 @@ Item {
         isDoubleClicked: true
         name: control.caption.text
         valueText: control.factor.text
+        onStepped: steps => reach(SpeedScale.after(place, steps))
         onTaken: control.view.press()
         onMoved: value => control.view.moveTo(value)
         onLetGo: control.view.release()

@@ -28,7 +28,7 @@ Operable {
             color: control.hovered || control.down ? Theme.pressed(fill, Theme.text) : fill
             Behavior on color { ColorAnimation { duration: Theme.appear } }
             // Around a switch of the ring's colour too.
-            FocusRing { of: control; reach: 4; radius: parent.radius + reach; border.color: Theme.text }
+            FocusRing { shown: control.visualFocus; reach: 4; radius: parent.radius + reach; border.color: Theme.text }
             Rectangle {
                 width: 24
                 height: 24

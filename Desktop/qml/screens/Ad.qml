@@ -7,6 +7,33 @@ FocusScope {
 
     required property AdScreen screen
 
+    component Content: Item {
+        id: content
+        required property string text
+        required property url picture
+
+        Image {
+            id: picture
+            anchors { left: parent.left; right: parent.right; top: parent.top; bottom: words.top
+                      bottomMargin: words.text ? Theme.gap : 0 }
+            source: content.picture
+            // Never larger than it was made.
+            readonly property bool fits: sourceSize.width <= width && sourceSize.height <= height
+            fillMode: fits ? Image.Pad : Image.PreserveAspectFit
+            mipmap: true
+        }
+        Label {
+            id: words
+            anchors { left: parent.left; right: parent.right
+                      bottom: parent.bottom; bottomMargin: Theme.gap }
+            text: content.text
+            font.pixelSize: Theme.headSize
+            horizontalAlignment: Text.AlignHCenter
+            maximumLineCount: 6
+            elide: Text.ElideRight
+        }
+    }
+
     focus: true
     Accessible.role: Accessible.Dialog
     Accessible.name: Texts.of("Ad")
@@ -64,27 +91,9 @@ FocusScope {
         enabled: ad.screen.leads
         text: ad.screen.text
         onClicked: ad.screen.click()
-        contentItem: Item {
-            Image {
-                id: picture
-                anchors { left: parent.left; right: parent.right; top: parent.top; bottom: words.top
-                          bottomMargin: words.text ? Theme.gap : 0 }
-                source: ad.screen.picture
-                // Never larger than it was made.
-                readonly property bool fits: sourceSize.width <= width && sourceSize.height <= height
-                fillMode: fits ? Image.Pad : Image.PreserveAspectFit
-                mipmap: true
-            }
-            Label {
-                id: words
-                anchors { left: parent.left; right: parent.right
-                          bottom: parent.bottom; bottomMargin: Theme.gap }
-                text: ad.screen.text
-                font.pixelSize: Theme.headSize
-                horizontalAlignment: Text.AlignHCenter
-                maximumLineCount: 6
-                elide: Text.ElideRight
-            }
+        contentItem: Content {
+            text: ad.screen.text
+            picture: ad.screen.picture
         }
     }
 }

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Anadrome
 
@@ -18,7 +19,9 @@ FocusScope {
     Pictures {
         objectName: "livePictures"
         anchors { fill: parent; bottomMargin: Theme.cameraFoot }
-        view: camera.screen.live
+        aspect: camera.screen.live.aspect
+        onJoined: (sink, pixels) => camera.screen.live.showOn(sink, pixels)
+        onLeft: camera.screen.live.leave()
         opacity: camera.isOn ? 1 : 0
         Behavior on opacity { NumberAnimation { duration: Theme.appear; easing.type: Easing.OutCubic } }
     }

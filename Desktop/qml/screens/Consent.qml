@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Anadrome
 
@@ -6,19 +7,17 @@ FocusScope {
     id: consent
 
     required property ConsentScreen screen
-    readonly property LabelItem heading: screen.view("consentTitle")
-    readonly property LabelItem question: screen.view("consentMessage")
 
     focus: true
     Accessible.role: Accessible.Dialog
-    Accessible.name: heading.text
-    Accessible.description: question.text
+    Accessible.name: screen.title.text
+    Accessible.description: screen.message.text
 
     component Measure: TextMetrics {
         font { pixelSize: Theme.textSize; weight: Font.DemiBold }
     }
-    Measure { id: accept; text: consent.screen.view("consentAccept").title }
-    Measure { id: refuse; text: consent.screen.view("consentRefuse").title }
+    Measure { id: accept; text: consent.screen.accept.title }
+    Measure { id: refuse; text: consent.screen.refuse.title }
 
     Card {
         anchors.centerIn: parent
@@ -39,18 +38,17 @@ FocusScope {
                 spacing: Theme.gap
                 Label {
                     width: parent.width
-                    view: consent.heading
+                    view: consent.screen.title
                     font.pixelSize: Theme.headSize
                     font.weight: Font.DemiBold
                 }
-                Label { width: parent.width; view: consent.question; color: Theme.secondary }
+                Label { width: parent.width; view: consent.screen.message; color: Theme.secondary }
                 Repeater {
-                    model: consent.screen.purposeCount
+                    model: consent.screen.purposeLabels.length
                     Item {
                         id: row
                         required property int index
-                        readonly property string key: "consentPurpose" + index
-                        readonly property LabelItem purpose: consent.screen.view(key + "Label")
+                        readonly property LabelItem purpose: consent.screen.purposeLabels[index]
                         width: column.width
                         height: Math.max(Theme.touch, name.implicitHeight)
                         visible: purpose.shown
@@ -62,9 +60,9 @@ FocusScope {
                         }
                         Toggle {
                             id: answer
-                            objectName: row.key + "Switch"
+                            objectName: "consentPurpose" + row.index + "Switch"
                             anchors { right: parent.right; verticalCenter: parent.verticalCenter }
-                            view: consent.screen.view(objectName)
+                            view: consent.screen.purposeSwitches[row.index]
                             text: name.text
                         }
                     }
@@ -79,25 +77,30 @@ FocusScope {
                     width: parent.width
                     columns: fit ? 2 : 1
                     spacing: 12
-                    component Answer: QuietButton {
+                    QuietButton {
+                        objectName: "consentAccept"
                         width: answers.fit ? answers.half : answers.width
-                        height: 52
-                        view: consent.screen.view(objectName)
+                        height: Theme.tall
+                        view: consent.screen.accept
                     }
-                    Answer { objectName: "consentAccept" }
-                    Answer { objectName: "consentRefuse" }
+                    QuietButton {
+                        objectName: "consentRefuse"
+                        width: answers.fit ? answers.half : answers.width
+                        height: Theme.tall
+                        view: consent.screen.refuse
+                    }
                 }
                 PushButton {
                     objectName: "consentManage"
                     width: parent.width
-                    view: consent.screen.view(objectName)
+                    view: consent.screen.manage
                     ink: Theme.secondary
                 }
                 QuietButton {
                     objectName: "consentConfirm"
                     width: parent.width
-                    height: 52
-                    view: consent.screen.view(objectName)
+                    height: Theme.tall
+                    view: consent.screen.confirm
                 }
             }
         }

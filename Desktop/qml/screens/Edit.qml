@@ -5,13 +5,13 @@ import Anadrome
 FocusScope {
     id: edit
 
-    required property ShownScreen screen
+    required property EditScreen screen
     required property DesktopHost host
     property bool isSeen: true
     readonly property bool isWide: width >= Theme.wideFrom
-    readonly property PlayerItem player: screen.view("playerView")
-    readonly property SliderItem seekBar: screen.view("videoSeekBar")
-    readonly property BannerItem banner: screen.view("bannerView")
+    readonly property PlayerItem player: screen.playerView
+    readonly property SliderItem seekBar: screen.videoSeekBar
+    readonly property BannerItem banner: screen.bannerView
 
     function step(pictures) {
         player.step(seekBar, pictures)
@@ -56,7 +56,7 @@ FocusScope {
             objectName: "playerView"
             anchors { left: parent.left; right: parent.right; top: parent.top; bottom: seek.top }
             view: edit.player
-            icon: edit.screen.view("playPauseButtonImageView")
+            icon: edit.screen.playPauseButtonImageView
             isSeen: edit.isSeen
         }
         SeekBar {
@@ -67,10 +67,10 @@ FocusScope {
             from: edit.seekBar.from
             to: edit.seekBar.to
             value: edit.seekBar.value
-            stepBy: steps => edit.step(steps)
             fill: Theme.pictureBackward
             groove: Theme.pictureGroove
             ink: Theme.pictureSecondary
+            onStepped: steps => edit.step(steps)
             onTaken: edit.seekBar.press()
             onMoved: value => edit.seekBar.moveTo(value)
             onLetGo: edit.seekBar.release()
@@ -106,16 +106,15 @@ FocusScope {
     Item {
         id: foot
         anchors { left: scroll.left; right: parent.right; bottom: parent.bottom }
-        readonly property ButtonItem button: edit.screen.view("createButton")
         // The button keeps its distance from the foot whether a banner has come or not.
-        height: create.height + Theme.gap + (edit.banner.offered ? button.bottomDistance : Theme.gap)
+        height: create.height + Theme.gap + (edit.banner.offered ? edit.screen.createButtonDistance : Theme.gap)
         PrimaryButton {
             id: create
             objectName: "createButton"
             anchors.horizontalCenter: parent.horizontalCenter
             y: Theme.gap
             width: controls.width
-            view: foot.button
+            view: edit.screen.createButton
         }
         Banner {
             anchors { left: parent.left; right: parent.right; bottom: parent.bottom }

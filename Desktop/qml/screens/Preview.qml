@@ -84,11 +84,11 @@ FocusScope {
             readonly property point at: point.scenePosition
             onAtChanged: stir.restart()
         }
-        Pictures {
+        PlayerPictures {
             objectName: "moviePlayer"
             anchors { left: parent.left; right: parent.right; top: parent.top
                       bottom: preview.isFull ? parent.bottom : controls.top }
-            view: preview.screen.view("moviePlayer")
+            view: preview.screen.moviePlayer
             isSeen: preview.isSeen
             // The halves of a double tap undo each other.
             TapHandler {
@@ -133,7 +133,7 @@ FocusScope {
                 PrimaryButton {
                     objectName: "saveButton"
                     width: (parent.width - parent.spacing) / 2
-                    view: preview.screen.view("saveButton")
+                    view: preview.screen.saveButton
                     symbol: "save"
                 }
                 QuietButton {
@@ -141,7 +141,7 @@ FocusScope {
                     width: (parent.width - parent.spacing) / 2
                     height: Theme.tall
                     radius: Theme.cardRadius
-                    view: preview.screen.view("shareButton")
+                    view: preview.screen.shareButton
                     symbol: "square.and.arrow.up"
                 }
             }
@@ -151,13 +151,13 @@ FocusScope {
                 PushButton {
                     objectName: "selectOtherVideoButton"
                     width: (parent.width - parent.spacing) / 2
-                    view: preview.screen.view("selectOtherVideoButton")
+                    view: preview.screen.selectOtherVideoButton
                     ink: Theme.secondary
                 }
                 PushButton {
                     objectName: "shareAppButton"
                     width: (parent.width - parent.spacing) / 2
-                    view: preview.screen.view("shareAppButton")
+                    view: preview.screen.shareAppButton
                     ink: Theme.secondary
                 }
             }

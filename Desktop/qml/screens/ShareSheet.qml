@@ -7,8 +7,6 @@ Sheet {
     id: sheet
 
     required property ShareScreen screen
-    readonly property bool hasFile: screen.file.toString() !== ""
-    readonly property bool hasText: screen.text !== ""
 
     title: Texts.of(screen.busy ? "Working" : "ShareTitle")
     onClosed: screen.close()
@@ -23,26 +21,35 @@ Sheet {
     Label {
         width: parent.width
         leftPadding: Theme.near
-        visible: !sheet.hasFile
+        visible: !sheet.screen.hasFile
         text: sheet.screen.text
         color: Theme.secondary
     }
     RowGroup {
         enabled: !sheet.screen.busy
-        rows: [
-            { text: Texts.of("ShareSaveCopy"), symbol: "save", offered: sheet.hasFile,
-              go: () => place.open() },
-            { text: Texts.of("ShareOpenWith"), symbol: "open", offered: sheet.hasFile,
-              go: () => sheet.screen.openWithOtherProgram() },
-            { text: Texts.of("ShareShowFolder"), symbol: "folder", offered: sheet.hasFile,
-              go: () => sheet.screen.showInFileManager() },
-            { text: Texts.of("ShareMail"), symbol: "envelope", offered: sheet.screen.canMail,
-              go: () => sheet.screen.mail() },
-            { text: Texts.of("ShareCopyFile"), symbol: "copy", offered: sheet.hasFile,
-              go: () => sheet.screen.copyFile() },
-            { text: Texts.of("ShareCopyText"), symbol: "copy.text", offered: sheet.hasText,
-              go: () => sheet.screen.copyText() }
-        ].filter(row => row.offered)
-        onChosen: row => row.go()
+        ListRow {
+            symbol: "save"; text: Texts.of("ShareSaveCopy"); visible: sheet.screen.hasFile
+            onClicked: place.open()
+        }
+        ListRow {
+            symbol: "open"; text: Texts.of("ShareOpenWith"); visible: sheet.screen.hasFile
+            onClicked: sheet.screen.openWithOtherProgram()
+        }
+        ListRow {
+            symbol: "folder"; text: Texts.of("ShareShowFolder"); visible: sheet.screen.hasFile
+            onClicked: sheet.screen.showInFileManager()
+        }
+        ListRow {
+            symbol: "envelope"; text: Texts.of("ShareMail"); visible: sheet.screen.canMail
+            onClicked: sheet.screen.mail()
+        }
+        ListRow {
+            symbol: "copy"; text: Texts.of("ShareCopyFile"); visible: sheet.screen.hasFile
+            onClicked: sheet.screen.copyFile()
+        }
+        ListRow {
+            symbol: "copy.text"; text: Texts.of("ShareCopyText"); visible: sheet.screen.text !== ""
+            onClicked: sheet.screen.copyText()
+        }
     }
 }

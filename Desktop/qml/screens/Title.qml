@@ -5,11 +5,10 @@ import Anadrome
 FocusScope {
     id: title
 
-    required property ShownScreen screen
+    required property TitleScreen screen
     required property DesktopHost host
     property bool isSeen: true
     readonly property bool isWide: width >= Theme.wideFrom
-    readonly property LabelItem notice: screen.view("cameraNotice")
 
     focus: true
 
@@ -47,7 +46,7 @@ FocusScope {
                     objectName: "infoButton"
                     anchors.right: parent.right
                     anchors.rightMargin: -10
-                    view: title.screen.view("infoButton")
+                    view: title.screen.infoButton
                     name: Texts.of("Settings")
                     symbol: "settings"
                 }
@@ -56,43 +55,48 @@ FocusScope {
             Flow {
                 id: cards
                 readonly property int columns: title.isWide ? 3 : 1
+                // Cards beside each other are equally high.
                 readonly property real tallest: Math.max(camera.implicitHeight, library.implicitHeight,
                                                          files.implicitHeight)
+                readonly property real cardWidth: (width - (columns - 1) * spacing) / columns
                 width: parent.width
                 spacing: Theme.between
-                component Intake: IntakeCard {
-                    width: (cards.width - (cards.columns - 1) * cards.spacing) / cards.columns
-                    // As high as its neighbours.
+                IntakeCard {
+                    id: camera
+                    width: cards.cardWidth
                     height: isTall ? cards.tallest : implicitHeight
                     isTall: title.isWide
-                }
-                Intake {
-                    id: camera
                     objectName: "cameraButton"
-                    view: title.screen.view("cameraButton")
+                    view: title.screen.cameraButton
                     symbol: "camera"
-                    notice: title.notice.text
+                    notice: title.screen.cameraNotice.text
                 }
-                Intake {
+                IntakeCard {
                     id: library
+                    width: cards.cardWidth
+                    height: isTall ? cards.tallest : implicitHeight
+                    isTall: title.isWide
                     objectName: "libraryButton"
-                    view: title.screen.view("libraryButton")
+                    view: title.screen.libraryButton
                     symbol: "library"
                 }
-                Intake {
+                IntakeCard {
                     id: files
+                    width: cards.cardWidth
+                    height: isTall ? cards.tallest : implicitHeight
+                    isTall: title.isWide
                     objectName: "iCloudButton"
-                    view: title.screen.view("iCloudButton")
+                    view: title.screen.iCloudButton
                     symbol: "folder"
                     notice: Texts.of("DropHint")
                 }
             }
             Item { width: 1; height: Theme.near }
-            Label { id: quality; view: title.screen.view("videoQualityLabel"); font.weight: Font.DemiBold }
+            Label { id: quality; view: title.screen.videoQualityLabel; font.weight: Font.DemiBold }
             Segments {
                 objectName: "videoQualitySegmentedControl"
                 width: Math.min(parent.width, Theme.column)
-                view: title.screen.view("videoQualitySegmentedControl")
+                view: title.screen.videoQualitySegmentedControl
                 name: quality.text
             }
             AppStrip {
@@ -104,7 +108,7 @@ FocusScope {
                 objectName: "shareAppButton"
                 anchors.horizontalCenter: parent.horizontalCenter
                 width: Math.min(implicitWidth, parent.width)
-                view: title.screen.view("shareAppButton")
+                view: title.screen.shareAppButton
                 symbol: "square.and.arrow.up"
                 ink: Theme.secondary
             }

@@ -2,9 +2,6 @@
 
 #include "Platform/Dispatch/DispatchQueue.h"
 #include "Platform/Foundation/NSBundle.h"
-#include "Platform/UIKit/UIButton.h"
-#include "Platform/UIKit/UILabel.h"
-#include "Platform/UIKit/UISwitch.h"
 
 #include <utility>
 
@@ -12,58 +9,46 @@ namespace anadrome {
 
 void UMPConsentFormViewController::viewDidLoad() {
     UIViewController::viewDidLoad();
-    addLabel("consentTitle", NSLocalizedString("ConsentTitle"));
-    addLabel("consentMessage",
-             m_question.message.empty() ? NSLocalizedString("ConsentMessage") : m_question.message);
+    m_views.title = addLabel(NSLocalizedString("ConsentTitle"));
+    m_views.message =
+        addLabel(m_question.message.empty() ? NSLocalizedString("ConsentMessage") : m_question.message);
     for (const UMPConsentPurpose& purpose : m_question.purposes)
         addRow(purpose);
     using Form = UMPConsentFormViewController;
-    addButton("consentAccept", NSLocalizedString("ConsentAccept"), &Form::acceptAll);
-    addButton("consentRefuse", NSLocalizedString("ConsentRefuse"), &Form::refuseAll);
-    m_manageButton = addButton("consentManage", NSLocalizedString("ConsentManage"), &Form::manage);
-    m_manageButton->setHidden(m_rows.empty());
-    m_confirmButton = addButton("consentConfirm", NSLocalizedString("ConsentConfirm"), &Form::confirm);
-    m_confirmButton->setHidden(true);
+    m_views.accept = addButton("ConsentAccept", &Form::acceptAll);
+    m_views.refuse = addButton("ConsentRefuse", &Form::refuseAll);
+    m_views.manage = addButton("ConsentManage", &Form::manage);
+    m_views.manage->setHidden(m_views.rows.empty());
+    m_views.confirm = addButton("ConsentConfirm", &Form::confirm);
+    m_views.confirm->setHidden(true);
 }
 
-void UMPConsentFormViewController::addLabel(const std::string& name, std::string text) {
-    const auto label = std::make_shared<UILabel>();
-    label->setAccessibilityIdentifier(name);
+std::shared_ptr<UILabel> UMPConsentFormViewController::addLabel(std::string text) {
+    auto label = view()->addNew<UILabel>();
     label->setText(std::move(text));
-    view()->addSubview(label);
+    return label;
 }
 
 std::shared_ptr<UIButton>
-UMPConsentFormViewController::addButton(const std::string& name, std::string title,
+UMPConsentFormViewController::addButton(const char* titleKey,
                                         void (UMPConsentFormViewController::*action)()) {
-    auto button = std::make_shared<UIButton>();
-    button->setAccessibilityIdentifier(name);
-    button->setTitle(std::move(title), UIControlState::normal);
-    button->addAction(UIControlEvents::touchUpInside, [this, weak = weak_from_this(), action] {
-        if (const auto alive = weak.lock())
-            (this->*action)();
-    });
-    view()->addSubview(button);
+    auto button = view()->addNew<UIButton>();
+    button->setTitle(NSLocalizedString(titleKey), UIControlState::normal);
+    button->addTarget(*this, action, UIControlEvents::touchUpInside);
     return button;
 }
 
 void UMPConsentFormViewController::addRow(const UMPConsentPurpose& purpose) {
-    const PurposeRow row{std::make_shared<UILabel>(), std::make_shared<UISwitch>()};
-    const std::string name = "consentPurpose" + std::to_string(m_rows.size());
-    row.label->setAccessibilityIdentifier(name + "Label");
-    row.acceptance->setAccessibilityIdentifier(name + "Switch");
-    row.label->setText(purpose.name);
+    const PurposeRow row{addLabel(purpose.name), view()->addNew<UISwitch>()};
     row.label->setHidden(true);
     row.acceptance->setHidden(true);
-    view()->addSubview(row.label);
-    view()->addSubview(row.acceptance);
-    m_rows.push_back(row);
+    m_views.rows.push_back(row);
 }
 
 void UMPConsentFormViewController::manage() {
-    m_manageButton->setHidden(true);
-    m_confirmButton->setHidden(false);
-    for (const PurposeRow& row : m_rows) {
+    m_views.manage->setHidden(true);
+    m_views.confirm->setHidden(false);
+    for (const PurposeRow& row : m_views.rows) {
         row.label->setHidden(false);
         row.acceptance->setHidden(false);
     }
@@ -78,8 +63,8 @@ void UMPConsentFormViewController::answerToAll(bool isAccepted) {
 
 void UMPConsentFormViewController::confirm() {
     UMPConsentAnswers answers{true, {}};
-    for (std::size_t i = 0; i < m_rows.size(); ++i) {
-        const bool isAccepted = m_rows[i].acceptance->isOn();
+    for (std::size_t i = 0; i < m_views.rows.size(); ++i) {
+        const bool isAccepted = m_views.rows[i].acceptance->isOn();
         answers.byPurpose[m_question.purposes[i].identifier] = isAccepted;
         answers.isAllAccepted = answers.isAllAccepted && isAccepted;
     }

@@ -120,14 +120,14 @@ TEST_F(EndToEndTest, AClipIsWatchedBackwardSpedUpJoinedMadePlayedAndSaved) {
 
     dragSlider("reverseSpeedSlider", 1.0 / 18);
     ASSERT_TRUE(waitForScreen("Edit"));
-    const double speed = view<LabelItem>("reverseSpeedValueLabel").text().chopped(1).toDouble();
+    const double speed = editScreen().reverseSpeedValueLabel->text().chopped(1).toDouble();
     EXPECT_NEAR(speed, 2, 0.3);
 
     const std::pair<double, const char*> types[] = {
         {0.9, "Forward, then backward"}, {0.1, "Backward"}, {0.5, "Backward, then forward"}};
     for (const auto& [part, name] : types) {
         clickSegment("outputTypeSegmentedControl", part);
-        EXPECT_EQ(view<LabelItem>("outputTypeValueLabel").text(), name);
+        EXPECT_EQ(editScreen().outputTypeValueLabel->text(), name);
     }
     clickOn("createButton");
     EXPECT_TRUE(waitUntil([&] { return host().hud()->isVisible() && host().hud()->kind() == "pie"; }));
@@ -187,12 +187,12 @@ struct JapaneseUser {
 class EndToEndTestInJapanese : private JapaneseUser, public EndToEndTest {};
 
 TEST_F(EndToEndTestInJapanese, EveryTextOfTheRoadIsTheUsersLanguage) {
-    EXPECT_EQ(view<ButtonItem>("iCloudButton").title(), "ファイルを開く");
+    EXPECT_EQ(titleScreen().iCloudButton->title(), "ファイルを開く");
     clip("clip.mp4", numbered);
     chooseFile("clip.mp4");
-    EXPECT_EQ(view<ButtonItem>("createButton").title(), "作成");
+    EXPECT_EQ(editScreen().createButton->title(), "作成");
     clickSegment("outputTypeSegmentedControl", 0.9);
-    EXPECT_EQ(view<LabelItem>("outputTypeValueLabel").text(), "順再生のあと逆再生");
+    EXPECT_EQ(editScreen().outputTypeValueLabel->text(), "順再生のあと逆再生");
 }
 
 } // namespace anadrome::desktop

@@ -2,6 +2,7 @@
 
 #include "Desktop/Camera/CameraScreen.h"
 #include "Desktop/Screens/AlertScreen.h"
+#include "Desktop/Screens/ConsentScreen.h"
 #include "Desktop/System/Appearance.h"
 #include "Desktop/System/CloseQuestion.h"
 #include "Platform/Foundation/NSBundle.h"
@@ -45,10 +46,10 @@ void showTitle(Tour& tour, const QUrl& clip) {
     tour.host().openFile(URL::fileURLWithPath("/nowhere/Holiday.mp4"));
     tour.picture("clip-missing");
     tour.closeAll();
-    tour.tap("shareAppButton");
+    tour.titleScreen().shareAppButton->tap();
     tour.picture("share-text");
     tour.closeAll();
-    tour.tap("infoButton");
+    tour.titleScreen().infoButton->tap();
     tour.picture("settings");
     tour.host().openClip(clip);
     tour.picture("notice");
@@ -60,11 +61,11 @@ void showTitle(Tour& tour, const QUrl& clip) {
 void showLibrary(Tour& tour) {
     {
         const testing_support::Environment home("HOME", "/nowhere");
-        tour.tap("libraryButton");
+        tour.titleScreen().libraryButton->tap();
         tour.picture("library-empty");
     }
     tour.closeAll();
-    tour.tap("libraryButton");
+    tour.titleScreen().libraryButton->tap();
     // The thumbnails are made meanwhile.
     runEventLoopFor(2s);
     tour.picture("library");
@@ -73,7 +74,7 @@ void showLibrary(Tour& tour) {
 
 void showCamera(Tour& tour) {
     setCaptureDiscovery([] { return AVCaptureDevices{}; });
-    tour.tap("cameraButton");
+    tour.titleScreen().cameraButton->tap();
     tour.picture("camera-missing");
     setCaptureDiscovery([] {
         return AVCaptureDevices{{cameraSeeing("mandelbrot=size=640x360:rate=30:start_scale=1.2:maxiter=300"),
@@ -105,9 +106,9 @@ void showConsentAndAd(Tour& tour) {
             UMPConsentQuestion{.isRequired = true, .message = "", .purposes = serverWords().purposes}),
         true);
     tour.picture("consent");
-    tour.tapOver("consentManage");
+    tour.over<ConsentScreen>().manage->tap();
     tour.picture("consent-choose");
-    tour.tapOver("consentRefuse");
+    tour.over<ConsentScreen>().refuse->tap();
     const auto ad = std::make_shared<GADFullScreenAdViewController>(GADAdContent{
         .text = serverWords().ad, .link = "https://example.org", .picture = adPicture({1200, 1600})});
     Tour::root()->presentViewController(ad, true);
@@ -123,16 +124,16 @@ void showEdit(Tour& tour, const QUrl& clip, BannerSource& ads) {
     Deployment::setCurrent({.bannerAdUnitID = "banner"});
     tour.openClip(clip);
     ads.hasBanner = false;
-    tour.view<SegmentsItem>("outputTypeSegmentedControl").tap(1);
-    tour.view<SwitchItem>("exifSwitch").tap();
+    tour.editScreen().outputTypeSegmentedControl->tap(1);
+    tour.editScreen().exifSwitch->tap();
     tour.picture("edit-banner");
-    tour.view<SwitchItem>("exifSwitch").tap();
+    tour.editScreen().exifSwitch->tap();
     Deployment::setCurrent({});
 }
 
 void showJob(Tour& tour) {
     Hud& hud = *tour.host().hud();
-    tour.tap("createButton");
+    tour.editScreen().createButton->tap();
     Tour::waitFor("a part of the movie", [&] { return hud.isVisible() && hud.progress() > 0.25; });
     tour.pictureNow("hud");
     auto& question = *tour.window().property("closeQuestion").value<CloseQuestion*>();
@@ -151,7 +152,7 @@ void showMovie(Tour& tour) {
     tour.picture("preview-full");
     tour.press("fullScreenButton");
     runEventLoopFor(300ms);
-    tour.tap("shareButton");
+    tour.previewScreen().shareButton->tap();
     tour.picture("share");
     tour.closeAll();
     ViewHelper::showHud(tour.root()->view());
@@ -162,7 +163,7 @@ void showMovie(Tour& tour) {
     tour.picture("error");
     tour.closeAll();
     Deployment::setCurrent({.storeAddress = "https://example.org", .storeIdentifier = "1"});
-    tour.tap("saveButton");
+    tour.previewScreen().saveButton->tap();
     Tour::waitFor("the tick", [&] { return tour.host().hud()->kind() == "tick"; });
     tour.picture("saved");
     Tour::waitFor("the question", [&] { return tour.host().presented()->count() > 0; });

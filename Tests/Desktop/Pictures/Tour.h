@@ -1,8 +1,9 @@
 #pragma once
 
 #include "Desktop/DesktopApp.h"
-#include "Desktop/Items/ControlItems.h"
-#include "Desktop/Items/TextItems.h"
+#include "Desktop/Screens/EditScreen.h"
+#include "Desktop/Screens/PreviewScreen.h"
+#include "Desktop/Screens/TitleScreen.h"
 #include "Platform/Foundation/TemporaryDirectory.h"
 #include "Platform/UIKit/UIApplication.h"
 #include "Platform/UIKit/UIWindow.h"
@@ -34,19 +35,10 @@ public:
             fail("There is nothing over the screens, or something else");
         return *over;
     }
-    template <class Item>
-    Item& view(const char* name) {
-        return viewOf<Item>(screen(), name);
-    }
-    template <class Item>
-    static Item& viewOf(ShownScreen& screen, const char* name) {
-        auto* item = qobject_cast<Item*>(screen.view(name));
-        if (!item)
-            fail(QString("There is no ") + name);
-        return *item;
-    }
-    void tap(const char* button) { view<ButtonItem>(button).tap(); }
-    void tapOver(const char* button) { viewOf<ButtonItem>(over(), button).tap(); }
+    // The screen on top, which has to be that one.
+    TitleScreen& titleScreen() { return dynamic_cast<TitleScreen&>(screen()); }
+    EditScreen& editScreen() { return dynamic_cast<EditScreen&>(screen()); }
+    PreviewScreen& previewScreen() { return dynamic_cast<PreviewScreen&>(screen()); }
     /// Presses a button that has no view behind it.
     void press(const QString& name) {
         QQuickItem* button = findSeen(*window().contentItem(), name);
@@ -69,7 +61,7 @@ public:
     void openClip(const QUrl& clip) {
         host().openClip(clip);
         waitForScreen("Edit");
-        waitFor("the clip to run", [&] { return view<SliderItem>("videoSeekBar").value() > 0.5; });
+        waitFor("the clip to run", [&] { return editScreen().videoSeekBar->value() > 0.5; });
     }
     void closeAll() {
         while (ShownScreen* over = host().presented()->top()) {

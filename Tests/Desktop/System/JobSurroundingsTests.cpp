@@ -111,7 +111,7 @@ TEST_F(JobTest, TellsAFailureInItsWordsAndNothingToAUserWhoSeesTheEnd) {
     elsewhere.show();
     elsewhere.requestActivate();
     ASSERT_TRUE(waitUntil([&] { return !window().isActive(); }));
-    view<ButtonItem>("createButton").tap();
+    editScreen().createButton->tap();
     ASSERT_TRUE(waitUntil([&] { return desktop.calls("Notify").size() == 1; }));
     const QVariantList told = desktop.calls("Notify")[0].arguments();
     EXPECT_EQ(told.value(3), "The movie couldn’t be made.");

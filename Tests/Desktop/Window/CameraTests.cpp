@@ -71,7 +71,7 @@ TEST_F(CameraWindowTest, AClipIsRecordedTwiceAndTheSecondOneIsOpened) {
     ASSERT_TRUE(waitForScreen("Edit"));
     EXPECT_EQ(over(), nullptr);
     EXPECT_EQ(clipsLeft(), 0);
-    EXPECT_TRUE(waitUntil([&] { return view<SliderItem>("videoSeekBar").to() > 0.6; }));
+    EXPECT_TRUE(waitUntil([&] { return editScreen().videoSeekBar->to() > 0.6; }));
 }
 
 TEST_F(CameraWindowTest, WithoutACameraAFileCanBeOpenedInstead) {

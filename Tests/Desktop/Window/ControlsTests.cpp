@@ -41,7 +41,7 @@ protected:
         });
         return found;
     }
-    QString speed() { return view<LabelItem>("reverseSpeedValueLabel").text(); }
+    QString speed() { return editScreen().reverseSpeedValueLabel->text(); }
     QPoint thumbOf(const QString& name) {
         QQuickItem* slide = item(name, QAccessible::Slider);
         const auto number = [slide](const char* property) { return slide->property(property).toDouble(); };
@@ -79,7 +79,7 @@ TEST_F(ControlsTest, ScreenReadersOperateWhatIsInReachAndAreToldHowItStands) {
     openClip(clip("clip.mp4", shortClip));
     const QString press = QAccessibleActionInterface::pressAction();
     const QString toggle = QAccessibleActionInterface::toggleAction();
-    auto& keeps = view<SwitchItem>("exifSwitch");
+    auto& keeps = *editScreen().exifSwitch;
     for (const QString& action : {toggle, press}) {
         const bool before = keeps.isOn();
         act(item("exifSwitch"), action);
@@ -89,16 +89,16 @@ TEST_F(ControlsTest, ScreenReadersOperateWhatIsInReachAndAreToldHowItStands) {
         EXPECT_EQ(told(item("exifSwitch"))->state().checked, before);
     }
     auto* forward = item("normalSpeedSlider", QAccessible::Slider);
-    const double still = view<SliderItem>("normalSpeedSlider").value();
+    const double still = editScreen().normalSpeedSlider->value();
     act(forward, QAccessibleActionInterface::increaseAction());
-    EXPECT_EQ(view<SliderItem>("normalSpeedSlider").value(), still) << "can't be used yet";
+    EXPECT_EQ(editScreen().normalSpeedSlider->value(), still) << "can't be used yet";
     EXPECT_EQ(told(item("exifSwitch"))->role(), QAccessible::CheckBox);
     auto* third = item("outputTypeSegmentedControl", QAccessible::RadioButton, 2);
     act(third, toggle);
-    EXPECT_EQ(view<SegmentsItem>("outputTypeSegmentedControl").selected(), 2);
+    EXPECT_EQ(editScreen().outputTypeSegmentedControl->selected(), 2);
     EXPECT_TRUE(told(third)->state().checked);
     act(item("playerView"), press);
-    EXPECT_TRUE(waitUntil([&] { return view<ImageItem>("playPauseButtonImageView").alpha() == 1; }));
+    EXPECT_TRUE(waitUntil([&] { return editScreen().playPauseButtonImageView->alpha() == 1; }));
 
     auto* slide = item("reverseSpeedSlider", QAccessible::Slider);
     act(slide, QAccessibleActionInterface::increaseAction());
@@ -168,7 +168,7 @@ TEST_F(ControlsTest, AThumbIsHeldFromThePressToTheReleaseEvenIfItStaysWhereItIs)
         renditions += isVisible && !wasVisible;
         wasVisible = isVisible;
     });
-    const auto& speedSlider = view<SliderItem>("reverseSpeedSlider");
+    const auto& speedSlider = *editScreen().reverseSpeedSlider;
     const QPoint speedThumb = thumbOf("reverseSpeedSlider");
     QTest::mousePress(&window(), Qt::LeftButton, {}, speedThumb);
     EXPECT_TRUE(speedSlider.isTracking());
@@ -183,7 +183,7 @@ TEST_F(ControlsTest, AThumbIsHeldFromThePressToTheReleaseEvenIfItStaysWhereItIs)
     settle();
     EXPECT_EQ(renditions, 2) << "two clicks are one move";
 
-    const auto& bar = view<SliderItem>("videoSeekBar");
+    const auto& bar = *editScreen().videoSeekBar;
     const QPoint seekThumb = thumbOf("videoSeekBar");
     QTest::mousePress(&window(), Qt::LeftButton, {}, seekThumb);
     const double held = bar.value();
@@ -195,7 +195,7 @@ TEST_F(ControlsTest, AThumbIsHeldFromThePressToTheReleaseEvenIfItStaysWhereItIs)
 
 TEST_F(ControlsTest, ASliderThatIsClickedHasTheKeysAndSegmentsKeepTheirOwn) {
     openClip(clip("clip.mp4", {.width = 128, .height = 72, .frames = 300}));
-    auto& bar = view<SliderItem>("videoSeekBar");
+    auto& bar = *editScreen().videoSeekBar;
     press(Qt::Key_K);
     const QRectF first = place("outputTypeSegmentedControl");
     clickAt({first.left() + 20, first.center().y()});
@@ -204,7 +204,7 @@ TEST_F(ControlsTest, ASliderThatIsClickedHasTheKeysAndSegmentsKeepTheirOwn) {
     press(Qt::Key_Right);
     press(Qt::Key_Right);
     press(Qt::Key_Right);
-    EXPECT_EQ(view<SegmentsItem>("outputTypeSegmentedControl").selected(), 2);
+    EXPECT_EQ(editScreen().outputTypeSegmentedControl->selected(), 2);
     settle();
     EXPECT_EQ(bar.value(), before) << "the preview stands";
     press(Qt::Key_Tab);

@@ -58,7 +58,7 @@ TEST_F(LibraryTest, ArrowsWalkThroughTheMonthsAndEnterOpensTheClip) {
     EXPECT_EQ(library.lines()->current(), 1) << "Tab leads to the button that closes and back";
     press(Qt::Key_Return);
     ASSERT_TRUE(waitForScreen("Edit"));
-    EXPECT_NEAR(view<SliderItem>("videoSeekBar").to(), 4, 0.1);
+    EXPECT_NEAR(editScreen().videoSeekBar->to(), 4, 0.1);
 }
 
 TEST_F(LibraryTest, TheFirstClipInSightStaysThereAsTheWindowGetsWider) {

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "Desktop/DesktopApp.h"
-#include "Desktop/Items/ControlItems.h"
-#include "Desktop/Items/TextItems.h"
+#include "Desktop/Screens/EditScreen.h"
 #include "Desktop/Screens/FilesScreen.h"
 #include "Desktop/Screens/PreviewScreen.h"
+#include "Desktop/Screens/TitleScreen.h"
 #include "Platform/Foundation/NSUserDefaults.h"
 #include "Platform/Foundation/Print.h"
 #include "Platform/Services/Deployment.h"
@@ -38,12 +38,11 @@ protected:
     DesktopHost& host() { return m_app->host(); }
 
     ShownScreen& screen() { return *host().stack()->top(); }
+    // The screen on top, which has to be that one.
+    TitleScreen& titleScreen() { return dynamic_cast<TitleScreen&>(screen()); }
+    EditScreen& editScreen() { return dynamic_cast<EditScreen&>(screen()); }
     /// What lies over the screens; null if nothing does.
     ShownScreen* over() { return host().presented()->top(); }
-    template <class Item>
-    Item& view(const char* name) {
-        return *qobject_cast<Item*>(screen().view(name));
-    }
 
     template <typename Condition>
     static bool waitUntil(Condition holds) {

@@ -53,7 +53,7 @@ TEST_F(WindowTest, AClipIsOpenedSpedUpMadeAndSavedByMouseAlone) {
     drag(thumb, thumb + QPointF(slider.width() / 18, 0));
     EXPECT_TRUE(waitUntil([&] { return host().hud()->isVisible(); })) << "the preview is made anew";
     ASSERT_TRUE(waitForScreen("Edit"));
-    const double speed = view<LabelItem>("reverseSpeedValueLabel").text().chopped(1).toDouble();
+    const double speed = editScreen().reverseSpeedValueLabel->text().chopped(1).toDouble();
     EXPECT_NEAR(speed, 2, 0.3);
 
     click("createButton");
@@ -73,8 +73,8 @@ TEST_F(WindowTest, AClipIsOpenedSpedUpMadeAndSavedByMouseAlone) {
 
 TEST_F(WindowTest, KeysPlayPauseAndStepThePreview) {
     openClip(clip("clip.mp4", {.width = 128, .height = 72, .frames = 300}));
-    auto& icon = view<ImageItem>("playPauseButtonImageView");
-    auto& bar = view<SliderItem>("videoSeekBar");
+    auto& icon = *editScreen().playPauseButtonImageView;
+    auto& bar = *editScreen().videoSeekBar;
     press(Qt::Key_Space);
     EXPECT_TRUE(waitUntil([&] { return icon.symbol() == "play.circle" && icon.alpha() == 1; }));
     settle();
@@ -89,7 +89,7 @@ TEST_F(WindowTest, KeysPlayPauseAndStepThePreview) {
 
 TEST_F(WindowTest, SegmentsAndTheSwitchFollowTheMouseAndOpenTheForwardSpeed) {
     openClip(clip("clip.mp4", shortClip));
-    auto& forward = view<SliderItem>("normalSpeedSlider");
+    auto& forward = *editScreen().normalSpeedSlider;
     const auto clickSegment = [&](const char* name, double part) {
         const QRectF all = place(name);
         QTest::mouseClick(&window(), Qt::LeftButton, {},
@@ -97,12 +97,12 @@ TEST_F(WindowTest, SegmentsAndTheSwitchFollowTheMouseAndOpenTheForwardSpeed) {
     };
     EXPECT_FALSE(forward.isEnabled());
     clickSegment("outputTypeSegmentedControl", 0.9);
-    EXPECT_EQ(view<SegmentsItem>("outputTypeSegmentedControl").selected(), 2);
+    EXPECT_EQ(editScreen().outputTypeSegmentedControl->selected(), 2);
     EXPECT_TRUE(forward.isEnabled());
     clickSegment("fileTypeSegmentedControl", 0.75);
-    EXPECT_EQ(view<SegmentsItem>("fileTypeSegmentedControl").selected(), 1);
+    EXPECT_EQ(editScreen().fileTypeSegmentedControl->selected(), 1);
     click("exifSwitch");
-    EXPECT_TRUE(view<SwitchItem>("exifSwitch").isOn());
+    EXPECT_TRUE(editScreen().exifSwitch->isOn());
 }
 
 TEST_F(WindowTest, WhatLiesOverTheScreensTakesTheClicksAndGoesWithEscape) {

@@ -67,14 +67,8 @@ protected:
     std::shared_ptr<UMPConsentFormViewController> form() const {
         return std::dynamic_pointer_cast<UMPConsentFormViewController>(m_root->presentedViewController());
     }
-    template <class View>
-    std::shared_ptr<View> formView(const std::string& name) const {
-        for (const auto& view : form()->view()->subviews())
-            if (view->accessibilityIdentifier() == name)
-                return std::dynamic_pointer_cast<View>(view);
-        return nullptr;
-    }
-    void tap(const std::string& button) const { formView<UIButton>(button)->tap(); }
+    using Button = std::shared_ptr<UIButton> UMPConsentFormViewController::Views::*;
+    void tap(Button button) const { (form()->views().*button)->tap(); }
 
     const ScratchFolder m_folder;
     const Environment m_state{"XDG_STATE_HOME", m_folder.path().string()};
@@ -173,31 +167,32 @@ TEST_F(UMPConsentTest, ADamagedStateCountsAsNone) {
 }
 
 TEST_F(UMPConsentTest, TheUserAnswersTheFormInThreeWays) {
+    using Views = UMPConsentFormViewController::Views;
     struct Case {
-        std::vector<std::string> taps;
+        std::vector<Button> taps;
         bool isFitSwitched;
         UMPConsentAnswers answers;
     };
     const Case cases[] = {
-        {{"consentAccept"}, false, {true, {{"fit", true}, {"count", true}}}},
-        {{"consentRefuse"}, false, {false, {{"fit", false}, {"count", false}}}},
-        {{"consentManage", "consentConfirm"}, true, {false, {{"fit", true}, {"count", false}}}},
+        {{&Views::accept}, false, {true, {{"fit", true}, {"count", true}}}},
+        {{&Views::refuse}, false, {false, {{"fit", false}, {"count", false}}}},
+        {{&Views::manage, &Views::confirm}, true, {false, {{"fit", true}, {"count", false}}}},
     };
     for (const Case& each : cases) {
         std::filesystem::remove_all(m_folder.path() / "anadrome");
         ASSERT_TRUE(update(UMPConsentInformation::sharedInstance(), saysRequired));
         loadForm(*m_root);
         ASSERT_TRUE(form());
-        EXPECT_EQ(formView<UILabel>("consentMessage")->text(), "May we?");
-        EXPECT_EQ(form()->purposeRows().at(1).label->text(), "Counting");
-        tap("consentConfirm");
+        EXPECT_EQ(form()->views().message->text(), "May we?");
+        EXPECT_EQ(form()->views().rows.at(1).label->text(), "Counting");
+        tap(&Views::confirm);
         ASSERT_TRUE(form()) << "hidden until the user wants to choose";
         tap(each.taps.front());
         if (each.isFitSwitched)
-            form()->purposeRows().at(0).acceptance->tap();
+            form()->views().rows.at(0).acceptance->tap();
         if (form())
             tap(each.taps.back());
-        EXPECT_EQ(UMPConsentState::stored().answers, each.answers) << each.taps.front();
+        EXPECT_EQ(UMPConsentState::stored().answers, each.answers) << each.answers.isAllAccepted;
         EXPECT_EQ(endsOfForm(), std::vector<long>{0});
         loadForm(*m_root);
         EXPECT_FALSE(form()) << "answered";
@@ -215,8 +210,8 @@ TEST_F(UMPConsentTest, AFormThatCannotBeShownIsAnErrorAndOneThatGoesUnansweredIs
     EXPECT_EQ(endsOfForm(), std::vector<long>{UMPFormErrorCodeInvalidViewController});
     loadForm(*m_root);
     ASSERT_TRUE(form());
-    EXPECT_EQ(formView<UILabel>("consentMessage")->text(), NSLocalizedString("ConsentMessage"));
-    EXPECT_TRUE(formView<UIButton>("consentManage")->isHidden()) << "there is nothing to choose from";
+    EXPECT_EQ(form()->views().message->text(), NSLocalizedString("ConsentMessage"));
+    EXPECT_TRUE(form()->views().manage->isHidden()) << "there is nothing to choose from";
     m_root->dismissViewControllerAnimated(false);
     EXPECT_EQ(endsOfForm(), std::vector<long>{0});
     EXPECT_FALSE(information.canRequestAds());

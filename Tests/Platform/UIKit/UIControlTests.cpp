@@ -108,6 +108,22 @@ TEST_F(UIControlTest, AControlSurvivesAnActionThatTakesItOffTheScreen) {
     EXPECT_TRUE(watched.expired());
 }
 
+TEST_F(UIControlTest, AnActionIsCalledAsLongAsItsTargetLives) {
+    struct Target : std::enable_shared_from_this<Target> {
+        explicit Target(int& taps) : taps(taps) {}
+        void tapped() { ++taps; }
+        int& taps;
+    };
+    int taps = 0;
+    auto target = std::make_shared<Target>(taps);
+    const auto button = place(std::make_shared<UIButton>());
+    button->addTarget(*target, &Target::tapped, UIControlEvents::touchUpInside);
+    button->tap();
+    target.reset();
+    button->tap();
+    EXPECT_EQ(taps, 1);
+}
+
 TEST_F(UIControlTest, ChangesOnTheScreenAreToldOnceWithTheirDuration) {
     const auto label = std::make_shared<UILabel>();
     label->setText("unseen");
