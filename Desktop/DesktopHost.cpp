@@ -1,16 +1,16 @@
 #include "Desktop/DesktopHost.h"
 
-#include "Desktop/Items/TextItems.h"
 #include "Desktop/Screens/HandOver.h"
 #include "Desktop/System/ClipObstacle.h"
 #include "Desktop/System/ClipboardFile.h"
 #include "Desktop/System/FileAddress.h"
 #include "Desktop/Texts.h"
 #include "Platform/UIKit/UIApplication.h"
-#include "Platform/UIKit/UIDocumentPickerViewController.h"
 #include "Platform/UIKit/UINavigationController.h"
 #include "Platform/UIKit/UIScreen.h"
 #include "Views/Common/ViewHelper.h"
+#include "Views/Edit/EditViewController.h"
+#include "Views/Title/TitleViewController.h"
 
 #include <QClipboard>
 #include <QDesktopServices>
@@ -76,11 +76,7 @@ void DesktopHost::openFile(const URL& clip) {
         return;
     if (const std::optional<QString> obstacle = clipObstacle(clip))
         return refuseClip(*obstacle);
-    navigation->popToRootViewControllerAnimated(false);
-    m_pickedClip = clip;
-    if (auto* openFile = qobject_cast<ButtonItem*>(m_stack.top()->view("iCloudButton")))
-        openFile->tap();
-    m_pickedClip.reset();
+    dynamic_cast<TitleViewController&>(*navigation->viewControllers().front()).openClip(clip);
 }
 
 void DesktopHost::back() {
@@ -106,10 +102,7 @@ void DesktopHost::didPop(UINavigationController&,
 }
 
 void DesktopHost::didPresent(UIViewController& presented, bool) {
-    auto* picker = dynamic_cast<UIDocumentPickerViewController*>(&presented);
-    if (picker && m_pickedClip)
-        picker->finish({*m_pickedClip});
-    else if (!handOver(presented))
+    if (!handOver(presented))
         add(m_presented, presented);
 }
 

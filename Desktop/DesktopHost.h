@@ -10,7 +10,6 @@
 
 #include <QSizeF>
 #include <QUrl>
-#include <optional>
 
 namespace anadrome::desktop {
 
@@ -44,8 +43,8 @@ public:
     /// Whether a clip that is brought now would be opened: nothing lies over the screens, and no movie waits
     /// to be saved.
     Q_INVOKABLE bool acceptsClip() const;
-    /// Opens the Edit screen with a clip, as if it were picked as a file; leaves the one that is open. While
-    /// none is accepted the user is given notice; what can't be a clip ends in a dialog.
+    /// Opens the Edit screen with a clip and leaves the one that is open. While none is accepted the user is
+    /// given notice; what can't be a clip ends in a dialog.
     void openFile(const URL& clip);
     /// The same with an address, which may be of anything.
     Q_INVOKABLE void openClip(const QUrl& clip);
@@ -83,8 +82,6 @@ private:
     MailProgram m_mailProgram;
     std::weak_ptr<UINavigationController> m_navigation;
     QSizeF m_size{420, 860};
-    /// The clip that the file picker is asked for on behalf of the user.
-    std::optional<URL> m_pickedClip;
 };
 
 } // namespace anadrome::desktop

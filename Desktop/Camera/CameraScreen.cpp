@@ -1,6 +1,5 @@
 #include "Desktop/Camera/CameraScreen.h"
 
-#include "Desktop/Items/TextItems.h"
 #include "Desktop/Texts.h"
 #include "Platform/AVFoundation/AVError.h"
 #include "Platform/Dispatch/DispatchQueue.h"
@@ -9,6 +8,8 @@
 #include "Platform/Foundation/NSProcessInfo.h"
 #include "Platform/UIKit/UIAlertController.h"
 #include "Platform/UIKit/UIImagePickerController.h"
+#include "Platform/UIKit/UINavigationController.h"
+#include "Views/Title/TitleViewController.h"
 
 #include <QPointer>
 #include <chrono>
@@ -169,13 +170,12 @@ void CameraScreen::use() {
 
 void CameraScreen::openFile() {
     const auto picker = controllerAs<UIImagePickerController>();
-    const auto title = picker ? picker->presentingViewController() : nullptr;
-    if (!title)
-        return;
+    const auto stack =
+        picker ? std::dynamic_pointer_cast<UINavigationController>(picker->presentingViewController())
+               : nullptr;
     leave();
-    ShownScreen screen(title, "Title", nullptr);
-    if (auto* button = qobject_cast<ButtonItem*>(screen.view("iCloudButton")))
-        button->tap();
+    if (stack)
+        dynamic_cast<TitleViewController&>(*stack->viewControllers().front()).iCloudTap();
 }
 
 void CameraScreen::close() {
