@@ -39,14 +39,14 @@ void EditViewController::jobProgressed(const MovieJob& job) {
     ViewHelper::updateProgress(job.fraction());
 }
 
-void EditViewController::jobEnded(const MovieJob&, const MovieJob::Outcome& outcome) {
+void EditViewController::jobEnded(const MovieJob& job, const MovieJob::Outcome& outcome) {
     m_job.reset();
     ViewHelper::hideHud();
     if (const auto* movie = std::get_if<MovieJob::Movie>(&outcome))
         // The HUD goes in a block of the main queue, too; the movie comes after it.
-        DispatchQueue::main().async([weak = weakSelf(), url = movie->url] {
+        DispatchQueue::main().async([weak = weakSelf(), url = movie->url, recipe = job.recipe()] {
             if (const auto self = weak.lock())
-                self->finishOutput(url);
+                self->finishOutput(url, recipe);
         });
     else if (const auto* failure = std::get_if<MovieJob::Failure>(&outcome))
         ViewHelper::showError(self(), failure->message);
@@ -59,7 +59,8 @@ void EditViewController::leaveJob() {
     m_job.reset();
 }
 
-void EditViewController::finishOutput(const URL& url) {
+void EditViewController::finishOutput(const URL& url, const MovieRecipe& recipe) {
+    m_outputRecipe = recipe;
     m_outputUrlForPreview = url;
     if (!presentInterstitial())
         showPreview();
@@ -75,6 +76,7 @@ void EditViewController::showPreview() {
         UIStoryboard::storyboardWithName("Preview").instantiateInitialViewController());
     if (!preview)
         fatalError("The storyboard Preview doesn't begin with the Preview screen");
+    preview->setRecipe(m_outputRecipe);
     preview->setCompressedVideoUrl(*m_outputUrlForPreview);
     showViewController(preview);
 }

@@ -103,7 +103,7 @@ private:
     void jobProgressed(const MovieJob& job) override;
     void jobEnded(const MovieJob& job, const MovieJob::Outcome& outcome) override;
     void leaveJob();
-    void finishOutput(const URL& url);
+    void finishOutput(const URL& url, const MovieRecipe& recipe);
     void showPreview();
 
     // Interstitial (EditViewController+Interstitial.cpp)
@@ -140,6 +140,8 @@ private:
     std::shared_ptr<AVPlayer> m_player = std::make_shared<AVPlayer>();
     std::optional<AVPlayer::TimeObserverToken> m_timeObserverToken;
     std::optional<URL> m_inputUrl;
+    /// Recipe of that movie.
+    std::optional<MovieRecipe> m_outputRecipe;
     std::optional<URL> m_outputUrlForPreview;
     float m_playbackSpeed = -1.0F;
     double m_reverseSpeed = 1.0;

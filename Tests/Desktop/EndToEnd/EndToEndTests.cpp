@@ -118,7 +118,10 @@ TEST_F(EndToEndTest, AClipIsWatchedBackwardSpedUpJoinedMadePlayedAndSaved) {
     EXPECT_TRUE(waitUntil([&] { return host().hud()->isVisible() && host().hud()->kind() == "pie"; }));
     ASSERT_TRUE(waitForScreen("Preview"));
 
-    const auto* movie = qobject_cast<PreviewScreen*>(&screen())->player();
+    const auto& preview = *qobject_cast<PreviewScreen*>(&screen());
+    ASSERT_EQ(preview.stretches().size(), 2);
+    EXPECT_NEAR(preview.stretches()[0].toMap()["end"].toDouble(), 1 / (1 + speed), 1e-6);
+    const auto* movie = preview.player();
     user("key space");
     EXPECT_TRUE(waitUntil([&] { return movie->position() > 0.5; }));
     user("key space");
