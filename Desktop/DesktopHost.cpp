@@ -92,6 +92,11 @@ void DesktopHost::add(ScreenList& list, UIViewController& controller) {
 }
 
 void DesktopHost::didPush(UINavigationController&, UIViewController& controller, bool) {
+    if (auto* edit = dynamic_cast<EditViewController*>(&controller))
+        edit->setJobHandler([weak = std::weak_ptr(m_job)](const auto& job) {
+            if (const auto watch = weak.lock())
+                watch->follow(job);
+        });
     add(m_stack, controller);
 }
 

@@ -23,11 +23,6 @@ void EditViewController::createVideo() {
     m_job->start();
 }
 
-void EditViewController::cancelJob() {
-    if (m_job)
-        m_job->cancel();
-}
-
 void EditViewController::jobBeganStage(const MovieJob&, MovieJob::Stage stage) {
     if (stage != MovieJob::Stage::compress)
         return;
@@ -53,15 +48,19 @@ void EditViewController::jobEnded(const MovieJob& job, const MovieJob::Outcome& 
 }
 
 void EditViewController::leaveJob() {
+    if (!m_job)
+        return;
     // A pie stays with the screen that is left; the ring of the last stage lies over whatever comes next.
-    if (m_job && m_job->stage() == MovieJob::Stage::compress)
+    if (m_job->stage() == MovieJob::Stage::compress)
         ViewHelper::hideHud();
     m_job.reset();
+    if (m_jobHandler)
+        m_jobHandler(nullptr);
 }
 
 void EditViewController::finishOutput(const URL& url, const MovieRecipe& recipe) {
-    m_outputRecipe = recipe;
     m_outputUrlForPreview = url;
+    m_outputRecipe = recipe;
     if (!presentInterstitial())
         showPreview();
 }
@@ -76,8 +75,8 @@ void EditViewController::showPreview() {
         UIStoryboard::storyboardWithName("Preview").instantiateInitialViewController());
     if (!preview)
         fatalError("The storyboard Preview doesn't begin with the Preview screen");
-    preview->setRecipe(m_outputRecipe);
     preview->setCompressedVideoUrl(*m_outputUrlForPreview);
+    preview->setRecipe(m_outputRecipe);
     showViewController(preview);
 }
 
