@@ -276,6 +276,7 @@ TEST_F(WindowTest, TextsAndControlsStandOutOnEverySurfaceInLightAndDark) {
         for (const char* ink : {"pictureInk", "pictureSecondary", "pictureBackward", "pictureForward"})
             check(ink, "stage", 4.5);
         check("pictureGroove", "stage", 3);
+        check("hudText", "hudCard", 4.5);
         for (const char* ink : {"hudLightText", "hudLightAccent"})
             check(ink, "hudLightCard", 4.5);
         check("pictureInk", "pictureGroove", 4.5);
