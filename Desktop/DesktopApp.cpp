@@ -53,13 +53,16 @@ void DesktopApp::showWindow() {
     QObject::connect(m_window, &QWindow::activeChanged, m_window, [this] { followAttention(); });
     QObject::connect(m_window, &QWindow::visibilityChanged, m_window, [this] { followAttention(); });
     followAttention();
-    m_jobNotice.emplace(m_host.job(), *m_window);
+    m_jobNotice.emplace(*m_host.job(), *m_window);
 }
 
 void DesktopApp::stayAwakeDuringJobs() {
-    const JobWatch* job = &m_host.job();
-    QObject::connect(job, &JobWatch::started, job, [this] { m_sleepHold.emplace(); });
-    QObject::connect(job, &JobWatch::ended, job, [this] { m_sleepHold.reset(); });
+    const JobWatch* job = m_host.job();
+    QObject::connect(job, &JobWatch::runningChanged, job, [this, job] {
+        m_sleepHold.reset();
+        if (job->isRunning())
+            m_sleepHold.emplace();
+    });
 }
 
 void DesktopApp::startAgain(const StartRequest& request) {

@@ -40,7 +40,7 @@ private:
     DesktopHost m_host;
     CloseQuestion m_closeQuestion{m_host};
     SavedNotice m_savedNotice{m_host};
-    LauncherProgress m_launcherProgress{m_host.job()};
+    LauncherProgress m_launcherProgress{*m_host.job()};
     std::optional<SleepHold> m_sleepHold;
     std::shared_ptr<UIWindowScene> m_scene;
     std::unique_ptr<QQmlApplicationEngine> m_engine = std::make_unique<QQmlApplicationEngine>();

@@ -7,10 +7,11 @@
 #include "Desktop/System/FileAddress.h"
 #include "Desktop/Texts.h"
 #include "Platform/UIKit/UIApplication.h"
-#include "Platform/UIKit/UIDocumentPickerViewController.h"
 #include "Platform/UIKit/UINavigationController.h"
 #include "Platform/UIKit/UIScreen.h"
 #include "Views/Common/ViewHelper.h"
+#include "Views/Edit/EditViewController.h"
+#include "Views/Title/TitleViewController.h"
 
 #include <QClipboard>
 #include <QDesktopServices>
@@ -76,11 +77,7 @@ void DesktopHost::openFile(const URL& clip) {
         return;
     if (const std::optional<QString> obstacle = clipObstacle(clip))
         return refuseClip(*obstacle);
-    navigation->popToRootViewControllerAnimated(false);
-    m_pickedClip = clip;
-    if (auto* title = qobject_cast<TitleScreen*>(m_stack.top()))
-        title->iCloudButton->tap();
-    m_pickedClip.reset();
+    dynamic_cast<TitleViewController&>(*navigation->viewControllers().front()).openClip(clip);
 }
 
 void DesktopHost::back() {
@@ -96,6 +93,11 @@ void DesktopHost::add(ScreenList& list, UIViewController& controller) {
 }
 
 void DesktopHost::didPush(UINavigationController&, UIViewController& controller, bool) {
+    if (auto* edit = dynamic_cast<EditViewController*>(&controller))
+        edit->setJobHandler([weak = std::weak_ptr(m_job)](const auto& job) {
+            if (const auto watch = weak.lock())
+                watch->follow(job);
+        });
     add(m_stack, controller);
 }
 
@@ -106,10 +108,7 @@ void DesktopHost::didPop(UINavigationController&,
 }
 
 void DesktopHost::didPresent(UIViewController& presented, bool) {
-    auto* picker = dynamic_cast<UIDocumentPickerViewController*>(&presented);
-    if (picker && m_pickedClip)
-        picker->finish({*m_pickedClip});
-    else if (!handOver(presented))
+    if (!handOver(presented))
         add(m_presented, presented);
 }
 

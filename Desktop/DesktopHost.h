@@ -10,7 +10,6 @@
 
 #include <QSizeF>
 #include <QUrl>
-#include <optional>
 
 namespace anadrome::desktop {
 
@@ -24,6 +23,7 @@ class DesktopHost : public QObject, public UIHost {
     /// What lies over the stack.
     Q_PROPERTY(anadrome::desktop::ScreenList* presented READ presented CONSTANT)
     Q_PROPERTY(anadrome::desktop::Hud* hud READ hud CONSTANT)
+    Q_PROPERTY(anadrome::desktop::JobWatch* job READ job CONSTANT)
 
 public:
     DesktopHost();
@@ -34,7 +34,7 @@ public:
     const ScreenList* presented() const { return &m_presented; }
     Hud* hud() { return &m_hud; }
     /// The movie that is being made.
-    const JobWatch& job() const { return m_job; }
+    JobWatch* job() const { return m_job.get(); }
 
     /// The stack at the root of the window, with what it shows already. Held weakly.
     void showStack(const std::shared_ptr<UINavigationController>& stack);
@@ -44,8 +44,8 @@ public:
     /// Whether a clip that is brought now would be opened: nothing lies over the screens, and no movie waits
     /// to be saved.
     Q_INVOKABLE bool acceptsClip() const;
-    /// Opens the Edit screen with a clip, as if it were picked as a file; leaves the one that is open. While
-    /// none is accepted the user is given notice; what can't be a clip ends in a dialog.
+    /// Opens the Edit screen with a clip and leaves the one that is open. While none is accepted the user is
+    /// given notice; what can't be a clip ends in a dialog.
     void openFile(const URL& clip);
     /// The same with an address, which may be of anything.
     Q_INVOKABLE void openClip(const QUrl& clip);
@@ -70,7 +70,7 @@ Q_SIGNALS:
 
 private:
     /// Also in the moment between two stages of a job, in which nothing is shown.
-    bool isAtWork() const { return m_hud.isVisible() || m_job.isRunning(); }
+    bool isAtWork() const { return m_hud.isVisible() || m_job->isRunning(); }
     bool isClipWelcome();
     void refuseClip(const QString& reason);
     void add(ScreenList& list, UIViewController& controller);
@@ -78,13 +78,11 @@ private:
     ScreenList m_stack;
     ScreenList m_presented;
     Hud m_hud;
-    JobWatch m_job{m_hud, m_stack, m_presented};
+    const std::shared_ptr<JobWatch> m_job = std::make_shared<JobWatch>();
     ReviewQuestion m_reviewQuestion{m_hud, m_presented};
     MailProgram m_mailProgram;
     std::weak_ptr<UINavigationController> m_navigation;
     QSizeF m_size{420, 860};
-    /// The clip that the file picker is asked for on behalf of the user.
-    std::optional<URL> m_pickedClip;
 };
 
 } // namespace anadrome::desktop

@@ -175,7 +175,7 @@ void CameraScreen::openFile() {
                : nullptr;
     leave();
     if (stack)
-        dynamic_cast<TitleViewController&>(*stack->viewControllers().front()).views().iCloudButton->tap();
+        dynamic_cast<TitleViewController&>(*stack->viewControllers().front()).iCloudTap();
 }
 
 void CameraScreen::close() {

@@ -7,7 +7,7 @@
 namespace anadrome::desktop {
 
 CloseQuestion::CloseQuestion(DesktopHost& host) : m_host(host) {
-    connect(&host.job(), &JobWatch::ended, this, [this] { setAsked(false); });
+    connect(host.job(), &JobWatch::runningChanged, this, [this] { setAsked(false); });
     connect(host.hud(), &Hud::changed, this, &CloseQuestion::closeIfSaved);
     connect(host.presented(), &ScreenList::countChanged, this, &CloseQuestion::closeIfSaved);
 }
@@ -22,7 +22,7 @@ bool CloseQuestion::mayClose() {
         return false;
     }
     m_awaited = saving();
-    setAsked(m_host.job().isRunning());
+    setAsked(m_host.job()->isRunning());
     return m_awaited == Saving::nothing && !m_isAsked;
 }
 

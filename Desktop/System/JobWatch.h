@@ -1,44 +1,43 @@
 #pragma once
 
+#include "Models/MovieJob.h"
+
 #include <QObject>
-#include <QTimer>
+#include <QtQmlIntegration>
 
 namespace anadrome::desktop {
 
-class Hud;
-class ScreenList;
-
-/// Follows the making of a movie by what is shown: from the pie that the Create button brings up to the
-/// movie or the dialog. Main thread only.
-class JobWatch : public QObject {
+/// The movie that is being made, as signals. Main thread only.
+class JobWatch : public QObject, public MovieJob::Observer, public std::enable_shared_from_this<JobWatch> {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("One for the program")
+    Q_PROPERTY(bool running READ isRunning NOTIFY runningChanged)
 
 public:
-    /// All are to outlive it.
-    JobWatch(const Hud& hud, const ScreenList& stack, const ScreenList& presented);
+    /// Watches a job that is about to start; null if the one before was dropped, which ends it without an
+    /// event. Held weakly.
+    void follow(const std::shared_ptr<MovieJob>& job);
 
-    bool isRunning() const { return m_isRunning; }
-    /// From 0 to 1.
+    /// From the start of a job to its end, however it ends.
+    bool isRunning() const { return !m_job.expired(); }
+    /// Share of the job that is done, 0 to 1; 0 if none runs.
     double progress() const;
+    /// Cancels the job; no effect if none runs.
+    Q_INVOKABLE void stop();
 
 Q_SIGNALS:
-    void started();
+    void runningChanged();
     void progressed();
-    /// However it went; then it isn't running any more. One of the two below may follow.
-    void ended();
+    /// After runningChanged(). A job that was cancelled or dropped emits neither.
     void made();
     void failed(const QString& message);
 
 private:
-    void look();
-    void lookForEnd();
-    void end();
+    void jobProgressed(const MovieJob&) override { Q_EMIT progressed(); }
+    void jobEnded(const MovieJob&, const MovieJob::Outcome& outcome) override;
 
-    const Hud& m_hud;
-    const ScreenList& m_stack;
-    const ScreenList& m_presented;
-    bool m_isRunning = false;
-    QTimer m_gap;
+    std::weak_ptr<MovieJob> m_job;
 };
 
 } // namespace anadrome::desktop

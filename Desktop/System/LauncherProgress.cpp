@@ -28,8 +28,8 @@ void tell(bool isVisible, double progress) {
 LauncherProgress::LauncherProgress(const JobWatch& job) : m_job(job) {
     m_pause.setSingleShot(true);
     QObject::connect(&m_pause, &QTimer::timeout, &m_pause, [this] { tellIfChanged(); });
-    QObject::connect(&job, &JobWatch::progressed, &m_pause, [this] { follow(); });
-    QObject::connect(&job, &JobWatch::ended, &m_pause, [this] { follow(); });
+    for (const auto change : {&JobWatch::runningChanged, &JobWatch::progressed})
+        QObject::connect(&job, change, &m_pause, [this] { follow(); });
 }
 
 void LauncherProgress::follow() {
@@ -38,7 +38,7 @@ void LauncherProgress::follow() {
 }
 
 void LauncherProgress::tellIfChanged() {
-    const Shown now{m_job.isRunning(), m_job.isRunning() ? m_job.progress() : 0};
+    const Shown now{m_job.isRunning(), m_job.progress()};
     if (now == m_told)
         return;
     m_told = now;

@@ -76,7 +76,11 @@ Window {
         id: screens
         anchors.fill: parent
         enabled: !window.isCovered
-        Keys.onEscapePressed: window.host.back()
+        Keys.onEscapePressed: event => {
+            // Not by the rest of a long press that stopped a job.
+            if (!event.isAutoRepeat)
+                window.host.back()
+        }
         TapHandler {
             acceptedButtons: Qt.BackButton
             onTapped: window.host.back()
@@ -106,6 +110,7 @@ Window {
         anchors.fill: parent
         enabled: window.isBusy && !window.isAsked
         hud: window.host.hud
+        job: window.host.job
     }
     CloseDialog {
         anchors.fill: parent

@@ -23,11 +23,6 @@ void EditViewController::createVideo() {
     m_job->start();
 }
 
-void EditViewController::cancelJob() {
-    if (m_job)
-        m_job->cancel();
-}
-
 void EditViewController::jobBeganStage(const MovieJob&, MovieJob::Stage stage) {
     if (stage != MovieJob::Stage::compress)
         return;
@@ -39,28 +34,33 @@ void EditViewController::jobProgressed(const MovieJob& job) {
     ViewHelper::updateProgress(job.fraction());
 }
 
-void EditViewController::jobEnded(const MovieJob&, const MovieJob::Outcome& outcome) {
+void EditViewController::jobEnded(const MovieJob& job, const MovieJob::Outcome& outcome) {
     m_job.reset();
     ViewHelper::hideHud();
     if (const auto* movie = std::get_if<MovieJob::Movie>(&outcome))
         // The HUD goes in a block of the main queue, too; the movie comes after it.
-        DispatchQueue::main().async([weak = weakSelf(), url = movie->url] {
+        DispatchQueue::main().async([weak = weakSelf(), url = movie->url, recipe = job.recipe()] {
             if (const auto self = weak.lock())
-                self->finishOutput(url);
+                self->finishOutput(url, recipe);
         });
     else if (const auto* failure = std::get_if<MovieJob::Failure>(&outcome))
         ViewHelper::showError(self(), failure->message);
 }
 
 void EditViewController::leaveJob() {
+    if (!m_job)
+        return;
     // A pie stays with the screen that is left; the ring of the last stage lies over whatever comes next.
-    if (m_job && m_job->stage() == MovieJob::Stage::compress)
+    if (m_job->stage() == MovieJob::Stage::compress)
         ViewHelper::hideHud();
     m_job.reset();
+    if (m_jobHandler)
+        m_jobHandler(nullptr);
 }
 
-void EditViewController::finishOutput(const URL& url) {
+void EditViewController::finishOutput(const URL& url, const MovieRecipe& recipe) {
     m_outputUrlForPreview = url;
+    m_outputRecipe = recipe;
     if (!presentInterstitial())
         showPreview();
 }
@@ -76,6 +76,7 @@ void EditViewController::showPreview() {
     if (!preview)
         fatalError("The storyboard Preview doesn't begin with the Preview screen");
     preview->setCompressedVideoUrl(*m_outputUrlForPreview);
+    preview->setRecipe(m_outputRecipe);
     showViewController(preview);
 }
 

@@ -41,12 +41,11 @@ public:
 
     /// The movie that is being made; null if none is.
     const std::shared_ptr<MovieJob>& job() const { return m_job; }
-    /// Called with each new job just before it starts, for those who want to observe it, too.
+    /// Called with each new job just before it starts, so that others can observe it, too; with null when the
+    /// screen drops a job that runs, which ends it without an event.
     void setJobHandler(std::function<void(const std::shared_ptr<MovieJob>&)> handler) {
         m_jobHandler = std::move(handler);
     }
-    /// Ends the job, if one runs. The screen stays as it is.
-    void cancelJob();
 
     void didMoveToParentViewController(const std::shared_ptr<UIViewController>& parent) override;
 
@@ -101,7 +100,7 @@ private:
     void jobProgressed(const MovieJob& job) override;
     void jobEnded(const MovieJob& job, const MovieJob::Outcome& outcome) override;
     void leaveJob();
-    void finishOutput(const URL& url);
+    void finishOutput(const URL& url, const MovieRecipe& recipe);
     void showPreview();
 
     // Interstitial (EditViewController+Interstitial.cpp)
@@ -121,6 +120,8 @@ private:
     std::optional<AVPlayer::TimeObserverToken> m_timeObserverToken;
     std::optional<URL> m_inputUrl;
     std::optional<URL> m_outputUrlForPreview;
+    /// Recipe of that movie.
+    std::optional<MovieRecipe> m_outputRecipe;
     float m_playbackSpeed = -1.0F;
     double m_reverseSpeed = 1.0;
     double m_normalSpeed = 1.0;

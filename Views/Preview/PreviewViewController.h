@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Models/MovieRecipe.h"
 #include "Platform/Foundation/NSError.h"
 #include "Platform/Foundation/URL.h"
 #include "Platform/UIKit/UIViewController.h"
@@ -25,6 +26,9 @@ public:
     /// The finished movie. To be set before the view loads; without one that is fatal.
     void setCompressedVideoUrl(URL url) { m_compressedVideoUrl = std::move(url); }
     const std::optional<URL>& compressedVideoUrl() const { return m_compressedVideoUrl; }
+    /// The recipe of the movie; none if unknown. To be set before the screen is shown.
+    void setRecipe(const std::optional<MovieRecipe>& recipe) { m_recipe = recipe; }
+    const std::optional<MovieRecipe>& recipe() const { return m_recipe; }
 
     /// Plays the movie when the user wants it; null before the view is loaded.
     const std::shared_ptr<AVPlayer>& playerBefore() const { return m_playerBefore; }
@@ -51,6 +55,7 @@ private:
 
     std::optional<PreviewViews> m_views;
     std::optional<URL> m_compressedVideoUrl;
+    std::optional<MovieRecipe> m_recipe;
     std::shared_ptr<AVPlayer> m_playerBefore;
     std::shared_ptr<AVPlayerViewController> m_playerController;
 };

@@ -1,4 +1,5 @@
-// The three ways in which a clip comes: recorded, picked from the user's movies, picked as a file.
+// The ways in which a clip comes: recorded, picked from the user's movies, picked as a file, brought to the
+// program.
 
 #include "Models/VideoFileManager.h"
 #include "Platform/Dispatch/DispatchQueue.h"
@@ -100,7 +101,13 @@ void TitleViewController::iCloudTap() {
 void TitleViewController::didPickDocumentsAtURLs(UIDocumentPickerViewController&,
                                                  const std::vector<URL>& urls) {
     if (!urls.empty())
-        openEditScreen(urls.front());
+        openClip(urls.front());
+}
+
+void TitleViewController::openClip(const URL& clip) {
+    if (const auto stack = navigationController())
+        stack->popToRootViewControllerAnimated(false);
+    openEditScreen(clip);
 }
 
 Result<URL> TitleViewController::copyToWorkFolder(const URL& source) {

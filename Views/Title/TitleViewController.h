@@ -26,6 +26,11 @@ public:
         return *m_views;
     }
 
+    /// Opens the Edit screen with a clip where it lies, and leaves whatever screens are open.
+    void openClip(const URL& clip);
+    /// The action of the button that picks a file.
+    void iCloudTap();
+
     void didFinishPickingMediaWithInfo(UIImagePickerController& picker, const Info& info) override;
     void imagePickerControllerDidCancel(UIImagePickerController& picker) override;
     void didFinishPicking(PHPickerViewController& picker,
@@ -46,7 +51,6 @@ private:
     // Intake (TitleViewController+Intake.cpp)
     void cameraTap();
     void libraryTap();
-    void iCloudTap();
     void takePickedMovie(const std::optional<URL>& movie, const std::optional<NSError>& error);
     /// The copy, or an error with a sentence for the user.
     static Result<URL> copyToWorkFolder(const URL& source);

@@ -9,6 +9,7 @@ Operable {
     property color fill: "transparent"
     property color hoveredFill: Theme.hovered
     property color ink: Theme.text
+    property color ringInk: Theme.forward
     property color edge: "transparent"
     property string symbol
     property real radius: Theme.controlRadius
@@ -29,7 +30,12 @@ Operable {
                             : control.hovered ? control.hoveredFill : control.fill
         border.width: control.edge.a > 0 ? 1 : 0
         border.color: control.edge
-        FocusRing { shown: control.visualFocus; reach: control.ringReach; radius: control.radius + reach }
+        FocusRing {
+            shown: control.visualFocus
+            reach: control.ringReach
+            radius: control.radius + reach
+            border.color: control.ringInk
+        }
     }
     contentItem: ButtonContent {
         symbol: control.symbol

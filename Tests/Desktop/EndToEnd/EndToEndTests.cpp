@@ -1,12 +1,15 @@
 // The program on a display server, seen by what stands on the screen, and operated by the server's own mouse
 // and keyboard.
 
+#include "Platform/Foundation/NSFileManager.h"
 #include "Tests/Desktop/Window/WindowTest.h"
 #include "Tests/Support/PictureReading.h"
 #include "Tests/Support/Shell.h"
 
 #include <filesystem>
+#include <functional>
 #include <nlohmann/json.hpp>
+#include <set>
 
 namespace anadrome::desktop {
 
@@ -93,6 +96,16 @@ protected:
         takeKeys();
     }
 
+    /// All files in the work folder.
+    static std::set<std::string> workFiles() {
+        std::set<std::string> files;
+        for (const auto& entry :
+             fs::recursive_directory_iterator(NSFileManager::defaultManager().temporaryDirectory().path()))
+            if (entry.is_regular_file())
+                files.insert(entry.path());
+        return files;
+    }
+
     std::optional<int> numberOnScreen() {
         return readFrameNumber(lumaOf(window().grabWindow().copy(place("playerView").toRect())));
     }
@@ -133,7 +146,10 @@ TEST_F(EndToEndTest, AClipIsWatchedBackwardSpedUpJoinedMadePlayedAndSaved) {
     EXPECT_TRUE(waitUntil([&] { return host().hud()->isVisible() && host().hud()->kind() == "pie"; }));
     ASSERT_TRUE(waitForScreen("Preview"));
 
-    const auto* movie = qobject_cast<PreviewScreen*>(&screen())->player();
+    const auto& preview = *qobject_cast<PreviewScreen*>(&screen());
+    ASSERT_EQ(preview.stretches().size(), 2);
+    EXPECT_NEAR(preview.stretches()[0].toMap()["end"].toDouble(), 1 / (1 + speed), 1e-6);
+    const auto* movie = preview.player();
     user("key space");
     EXPECT_TRUE(waitUntil([&] { return movie->position() > 0.5; }));
     user("key space");
@@ -151,6 +167,39 @@ TEST_F(EndToEndTest, AClipIsWatchedBackwardSpedUpJoinedMadePlayedAndSaved) {
         codecs.push_back(stream["codec_name"]);
     std::ranges::sort(codecs);
     EXPECT_EQ(codecs, (std::vector<std::string>{"aac", "h264"}));
+}
+
+TEST_F(EndToEndTest, AJobIsStoppedByButtonAndByKeyAndTheNextOneMakesTheMovie) {
+    clip("clip.mp4", {.width = 640, .height = 360, .frames = 300});
+    chooseFile("clip.mp4");
+    clickSegment("outputTypeSegmentedControl", 0.5);
+    clickSegment("fileTypeSegmentedControl", 0.75);
+    dragSlider("normalSpeedSlider", 1.0 / 18);
+    EXPECT_TRUE(place("stopButton").isEmpty()) << "a preview isn't a job";
+    ASSERT_TRUE(waitForScreen("Edit"));
+    const auto controls = [&] {
+        const EditScreen& edit = editScreen();
+        return QVariantList{edit.outputTypeSegmentedControl->selected(),
+                            edit.fileTypeSegmentedControl->selected(), edit.reverseSpeedValueLabel->text(),
+                            edit.normalSpeedValueLabel->text()};
+    };
+    const QVariantList controlsBefore = controls();
+    EXPECT_NE(controlsBefore[3], controlsBefore[2]);
+    const std::set<std::string> filesBefore = workFiles();
+    const std::function<void()> ways[] = {[&] { clickOn("stopButton"); }, [] { user("key Escape"); }};
+    for (const auto& stop : ways) {
+        clickOn("createButton");
+        ASSERT_TRUE(waitUntil([&] { return host().job()->progress() > 0.1; }));
+        EXPECT_NE(workFiles(), filesBefore);
+        stop();
+        ASSERT_TRUE(waitUntil([&] { return !host().job()->isRunning(); }));
+        ASSERT_TRUE(waitForScreen("Edit"));
+        EXPECT_EQ(over(), nullptr);
+        EXPECT_EQ(controls(), controlsBefore);
+        EXPECT_EQ(workFiles(), filesBefore);
+    }
+    clickOn("createButton");
+    EXPECT_TRUE(waitForScreen("Preview"));
 }
 
 TEST_F(EndToEndTest, SettingsAndErrorsComeAndGoAndTheClipCanBeLeft) {

@@ -1,9 +1,12 @@
 // What the desktop is told of a movie that is being made.
 
+#include "Platform/UIKit/UINavigationController.h"
 #include "Tests/Desktop/System/FakeService.h"
 #include "Tests/Desktop/System/JobTest.h"
+#include "Tests/Views/HeldAds.h"
 #include "Views/Common/ViewHelper.h"
 
+#include <QAccessible>
 #include <QDBusObjectPath>
 #include <filesystem>
 
@@ -118,16 +121,71 @@ TEST_F(JobTest, TellsAFailureInItsWordsAndNothingToAUserWhoSeesTheEnd) {
     EXPECT_FALSE(told.value(4).toString().isEmpty());
 }
 
-TEST_F(JobTest, BetweenTwoStagesNoClipIsTakenAndAJobThatComesToNothingEnds) {
-    openClip(clip("clip.mp4", {.width = 128, .height = 72, .frames = 30}));
-    const auto edit = UIApplication::sharedApplication().windows().at(0)->rootViewController();
-    ViewHelper::showProgressHud("", edit->view());
-    ASSERT_TRUE(waitUntil([&] { return host().job().isRunning(); }));
+TEST_F(JobTest, AnAdBeforeTheMovieDelaysNeitherTheNoticeNorTheEndOfTheJob) {
+    FakeService desktop(bus(), notifications,
+                        {{"org.freedesktop.Notifications.Notify", [] { return QVariantList{7u}; }}});
+    const auto ads = std::make_shared<HeldAds>(GADAdFormat::interstitial);
+    GADAdSource::setCurrent(ads);
+    startJob();
+    ads->give({.text = "An ad"});
+    QWindow elsewhere;
+    elsewhere.show();
+    elsewhere.requestActivate();
+    ASSERT_TRUE(waitUntil([&] { return over() && over()->kind() == "Ad"; }));
+    EXPECT_TRUE(waitUntil([&] { return desktop.calls("Notify").size() == 1; }));
+    EXPECT_EQ(desktop.calls("Notify")[0].arguments().value(3), "The movie is ready.");
+    EXPECT_TRUE(window().close()) << "without a question";
+    GADAdSource::setCurrent(nullptr);
+}
+
+TEST_F(JobTest, AJobLastsFromStageToStageAndEndsWithItsScreen) {
+    const QDBusObjectPath grant("/org/freedesktop/portal/desktop/request/1");
+    FakeService desktop(
+        bus(), portal,
+        {{"org.freedesktop.portal.Inhibit.Inhibit", [&] { return QVariantList{QVariant::fromValue(grant)}; }},
+         {"org.freedesktop.portal.Request.Close", nothing}});
+    startJob(900);
     ViewHelper::hideHud();
     ASSERT_TRUE(waitUntil([&] { return !host().hud()->isVisible(); }));
+    settle();
     EXPECT_FALSE(host().acceptsClip());
-    EXPECT_TRUE(waitUntil([&] { return !host().job().isRunning(); }));
+    EXPECT_TRUE(desktop.calls("Close").isEmpty());
+    const auto root = UIApplication::sharedApplication().windows().at(0)->rootViewController();
+    std::dynamic_pointer_cast<UINavigationController>(root)->popToRootViewControllerAnimated(false);
+    EXPECT_FALSE(host().job()->isRunning());
+    EXPECT_TRUE(waitUntil([&] { return desktop.calls("Close").size() == 1; }));
     EXPECT_TRUE(host().acceptsClip());
+}
+
+TEST_F(JobTest, TheLastStageIsStoppedByTheKeyboardToo) {
+    // Large enough for the stage to take a while.
+    openClip(clip("clip.mp4", {.width = 640, .height = 360, .frames = 600}));
+    click("exifSwitch");
+    click("createButton");
+    const Hud& hud = *host().hud();
+    ASSERT_TRUE(waitUntil([&] { return hud.isVisible() && hud.kind() == "ring"; }));
+    press(Qt::Key_Tab);
+    const auto* button = QAccessible::queryAccessibleInterface(window().activeFocusItem());
+    ASSERT_TRUE(button);
+    EXPECT_EQ(button->text(QAccessible::Name), "Stop");
+    EXPECT_EQ(button->role(), QAccessible::Button);
+    press(Qt::Key_Space);
+    ASSERT_TRUE(waitUntil([&] { return !host().job()->isRunning(); }));
+    EXPECT_TRUE(waitForScreen("Edit"));
+    EXPECT_EQ(over(), nullptr);
+}
+
+TEST_F(JobTest, OtherWorkHasNoButtonThatStopsIt) {
+    openClip(clip("clip.mp4", {.width = 128, .height = 72, .frames = 30}));
+    ViewHelper::showHud(UIApplication::sharedApplication().windows().at(0)->rootViewController()->view());
+    settle();
+    EXPECT_TRUE(place("stopButton").isEmpty());
+    press(Qt::Key_Escape);
+    settle();
+    EXPECT_TRUE(host().hud()->isVisible());
+    EXPECT_EQ(screen().kind(), "Edit");
+    ViewHelper::hideHud();
+    settle();
 }
 
 } // namespace anadrome::desktop

@@ -15,6 +15,7 @@ protected:
         openClip(clip("clip.mp4", {.width = 128, .height = 72, .frames = frames}));
         click("createButton");
         ASSERT_TRUE(waitUntil([&] { return host().hud()->isVisible() && host().hud()->kind() == "pie"; }));
+        ASSERT_TRUE(host().job()->isRunning());
     }
     bool waitForMovie() { return waitForScreen("Preview"); }
 };

@@ -1,9 +1,12 @@
 #include "Desktop/System/Appearance.h"
 #include "Platform/UIKit/UIApplication.h"
+#include "Platform/UIKit/UINavigationController.h"
+#include "Platform/UIKit/UIStoryboard.h"
 #include "Platform/UIKit/UIWindow.h"
 #include "Tests/Desktop/Window/WindowTest.h"
 #include "Tests/Support/MovieReader.h"
 #include "Views/Common/ViewHelper.h"
+#include "Views/Preview/PreviewViewController.h"
 
 #include <QAccessible>
 #include <QQmlComponent>
@@ -69,6 +72,26 @@ TEST_F(WindowTest, AClipIsOpenedSpedUpMadeAndSavedByMouseAlone) {
     const auto movie = readMovie(fs::directory_iterator(library)->path());
     EXPECT_NEAR(movie.video.at(0).durationSeconds, 1 / speed, 0.1);
     EXPECT_GT(movie.video.at(0).frames.front().number, movie.video.at(0).frames.back().number);
+}
+
+TEST_F(WindowTest, TheSeekBarOfAMovieIsDividedAsItsRecipeSays) {
+    const URL movie = URL::fileURLWithPath(clip("clip.mp4", shortClip));
+    const auto stretch = [](double end, bool isBackward) {
+        return QVariantMap{{"end", end}, {"backward", isBackward}};
+    };
+    const std::pair<OutputType, QVariantList> cases[] = {
+        {OutputType::reversed, {stretch(1, true)}},
+        {OutputType::reversedThenForward, {stretch(0.2, true), stretch(1, false)}},
+        {OutputType::forwardThenReversed, {stretch(0.8, false), stretch(1, true)}}};
+    for (const auto& [outputType, stretches] : cases) {
+        const auto preview = std::dynamic_pointer_cast<PreviewViewController>(
+            UIStoryboard::storyboardWithName("Preview").instantiateInitialViewController());
+        preview->setCompressedVideoUrl(movie);
+        preview->setRecipe(
+            *MovieRecipe::make({.outputType = outputType, .reverseSpeed = 2, .normalSpeed = 0.5}));
+        dynamic_cast<UINavigationController&>(root()).pushViewController(preview, false);
+        EXPECT_EQ(qobject_cast<PreviewScreen*>(&screen())->stretches(), stretches);
+    }
 }
 
 TEST_F(WindowTest, KeysPlayPauseAndStepThePreview) {
@@ -253,6 +276,7 @@ TEST_F(WindowTest, TextsAndControlsStandOutOnEverySurfaceInLightAndDark) {
         for (const char* ink : {"pictureInk", "pictureSecondary", "pictureBackward", "pictureForward"})
             check(ink, "stage", 4.5);
         check("pictureGroove", "stage", 3);
+        check("hudText", "hudCard", 4.5);
         for (const char* ink : {"hudLightText", "hudLightAccent"})
             check(ink, "hudLightCard", 4.5);
         check("pictureInk", "pictureGroove", 4.5);
