@@ -146,11 +146,11 @@ int main(int argc, char** argv) {
     for (const auto& [recipe, job] : whole)
         for (std::size_t stage = 0; stage < stageNames.size(); ++stage)
             if (job->lengths().at(stage) > 0)
-                measureStage(recipe, clip, static_cast<MovieJob::Stage>(stage), job->lengths().at(stage), rounds,
-                             random);
+                measureStage(recipe, clip, static_cast<MovieJob::Stage>(stage), job->lengths().at(stage),
+                             rounds, random);
     settle();
-    std::cout << "memory " << memory << ' ' << residentKilobytes() << "\nfiles " << files << ' ' << openFiles()
-              << std::endl;
+    std::cout << "memory " << memory << ' ' << residentKilobytes() << "\nfiles " << files << ' '
+              << openFiles() << std::endl;
     TemporaryDirectory::remove();
     return 0;
 }

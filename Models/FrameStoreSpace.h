@@ -10,7 +10,8 @@ namespace anadrome {
 
 /// Disk space for the raw frames that a clip's reversal keeps in the temporary directory.
 struct FrameStoreSpace {
-    /// Bytes for all frames, with a reserve for the small files beside them and for the file system.
+    /// Bytes for all frames and for the reversed movie, with a reserve for the small files beside them and
+    /// for the file system.
     std::int64_t needed = 0;
     /// Bytes that this user may still write; empty if the file system doesn't report them.
     std::optional<std::int64_t> free;

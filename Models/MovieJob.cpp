@@ -36,7 +36,7 @@ std::shared_ptr<MovieJob> MovieJob::make(const MovieRecipe& recipe, URL clip) {
     std::shared_ptr<MovieJob> job(new MovieJob(recipe, std::move(clip)), MainThreadDeleter<MovieJob>());
     job->m_encoder = std::make_shared<VideoEncoder>([weak = std::weak_ptr(job)](float progress) {
         if (const auto self = weak.lock())
-            self->reportProgress(progress);
+            self->reportProgress(Stage::reverse, progress);
     });
     return job;
 }
@@ -88,7 +88,8 @@ void MovieJob::reverseFinished(const URL& reverseOutput, const StageResult& resu
     reportStage(Stage::reverseSpeedChange);
     const URL output = newWorkUrl();
     m_encoder->changeSpeed(reverseOutput, output, m_recipe.fileType(), m_recipe.reverseSpeed(),
-                           isReverseOnly() ? progressOfStage(0.5F, 0.5F) : progressOfStage(0.25F, 0.25F),
+                           isReverseOnly() ? progressOfStage(Stage::reverseSpeedChange, 0.5F, 0.5F)
+                                           : progressOfStage(Stage::reverseSpeedChange, 0.25F, 0.25F),
                            [weak = weak_from_this(), output](bool success, const auto& message) {
                                if (const auto self = weak.lock())
                                    self->reverseSpeedChangeFinished(output, {success, message});
@@ -104,7 +105,7 @@ void MovieJob::reverseSpeedChangeFinished(const URL& reversed, const StageResult
     reportStage(Stage::normalSpeedChange);
     const URL output = newWorkUrl();
     m_encoder->changeSpeed(m_clip, output, m_recipe.fileType(), m_recipe.normalSpeed(),
-                           progressOfStage(0.5F, 0.25F),
+                           progressOfStage(Stage::normalSpeedChange, 0.5F, 0.25F),
                            [weak = weak_from_this(), reversed, output](bool success, const auto& message) {
                                if (const auto self = weak.lock())
                                    self->normalSpeedChangeFinished(output, reversed, {success, message});
@@ -122,7 +123,7 @@ void MovieJob::mergeVideos(const URL& forward, const URL& reversed) {
     reportStage(Stage::merge);
     const URL output = newWorkUrl();
     m_encoder->merge(isReverseFirst ? reversed : forward, isReverseFirst ? forward : reversed, output,
-                     m_recipe.fileType(), progressOfStage(0.75F, 0.25F),
+                     m_recipe.fileType(), progressOfStage(Stage::merge, 0.75F, 0.25F),
                      [weak = weak_from_this(), output](bool success, const auto& message) {
                          if (const auto self = weak.lock())
                              self->mergeFinished(output, {success, message});
@@ -174,10 +175,10 @@ URL MovieJob::newWorkUrl() {
     return m_workFiles.back();
 }
 
-VideoEncoder::ProgressHandler MovieJob::progressOfStage(float start, float share) {
-    return [weak = weak_from_this(), start, share](float progress) {
+VideoEncoder::ProgressHandler MovieJob::progressOfStage(Stage stage, float start, float share) {
+    return [weak = weak_from_this(), stage, start, share](float progress) {
         if (const auto self = weak.lock())
-            self->reportProgress(start + progress * share);
+            self->reportProgress(stage, start + progress * share);
     };
 }
 
@@ -205,13 +206,16 @@ void MovieJob::reportStage(Stage stage) {
     });
 }
 
-void MovieJob::reportProgress(float fraction) {
+void MovieJob::reportProgress(Stage stage, float fraction) {
     // The reverse stage reports its share of a run that goes on.
     const float whole = m_recipe.isReversalOnly() ? fraction * 2 : fraction;
     // A clip whose headers claim no duration has no meaningful fraction.
     if (!std::isfinite(whole))
         return;
-    report([whole](MovieJob& self) {
+    report([stage, whole](MovieJob& self) {
+        // An export's progress is polled, and may come when its end is already known.
+        if (!self.m_isRunning || self.m_stage != stage)
+            return;
         self.m_fraction = std::clamp(whole, 0.0F, 1.0F);
         self.notify([&](Observer& observer) { observer.jobProgressed(self); });
     });

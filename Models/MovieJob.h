@@ -97,11 +97,11 @@ private:
     /// A new name in the work folder.
     URL newWorkUrl();
     /// Passes on the progress of a stage that starts at a fraction of the run and takes a share of it.
-    VideoEncoder::ProgressHandler progressOfStage(float start, float share);
+    VideoEncoder::ProgressHandler progressOfStage(Stage stage, float start, float share);
 
     // From any thread to the observers.
     void reportStage(Stage stage);
-    void reportProgress(float fraction);
+    void reportProgress(Stage stage, float fraction);
     void reportEnd(std::variant<Movie, std::string> movieOrMessage);
     Outcome outcomeOf(const std::variant<Movie, std::string>& movieOrMessage) const;
     template <class Event>

@@ -1,6 +1,7 @@
 #include "Models/ReverseRun.h"
 
 #include "Models/FixedPreferredTransform.h"
+#include "Models/FrameStoreOwner.h"
 #include "Models/ReversedSampleBuffer.h"
 #include "Models/SourceColor.h"
 #include "Models/VideoFrameManager.h"
@@ -40,6 +41,11 @@ ReverseRun::ReverseRun(Request request, DispatchQueue queue, VideoEncoder::Progr
     : m_request(std::move(request)), m_queue(std::move(queue)), m_updateProgress(std::move(updateProgress)) {}
 
 void ReverseRun::start() {
+    if (!FrameStoreOwner::take(m_request.stop)) {
+        if (m_request.completion)
+            m_request.completion(false, stoppedMessage);
+        return;
+    }
     *m_request.missingFrames = 0;
     for (const auto step : {&ReverseRun::open, &ReverseRun::read, &ReverseRun::configure}) {
         std::optional<std::string> message = (this->*step)();
@@ -54,6 +60,7 @@ void ReverseRun::start() {
 }
 
 void ReverseRun::complete(bool success, std::optional<std::string> message) const {
+    FrameStoreOwner::release();
     if (m_request.completion)
         m_request.completion(success, std::move(message));
 }

@@ -96,7 +96,7 @@ void JobCommand::interrupt(int exitCode) {
 }
 
 void JobCommand::jobBeganStage(const MovieJob&, MovieJob::Stage stage) {
-    if (stage == MovieJob::Stage::compress)
+    if (stage == MovieJob::Stage::compress && m_exitCodeOfInterrupt == 0)
         m_progress.finishing();
 }
 

@@ -23,6 +23,7 @@ public:
     /// Cancels the job and ends with this exit code. What can't be cancelled, or doesn't end in time, ends
     /// with the process.
     void interrupt(int exitCode);
+    bool isInterrupted() const { return m_exitCodeOfInterrupt != 0; }
 
 private:
     void jobBeganStage(const MovieJob& job, MovieJob::Stage stage) override;

@@ -16,18 +16,17 @@ public:
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    /// Why nothing can be written to this place, if that can be told beforehand.
+    /// Returns why nothing can be written to this place, as far as that can be known up front.
     std::optional<std::string> obstacle() const;
 
     /// Where to write.
     const URL& partialUrl() const { return m_partial; }
     const URL& url() const { return m_final; }
 
-    /// Takes a finished file that lies elsewhere, which is gone from there afterwards. The message if that
-    /// fails.
+    /// Moves a finished file here. Returns an error message on failure.
     std::optional<std::string> moveHere(const URL& file) const;
 
-    /// Gives the file its name. The message if that fails.
+    /// Gives the file its name. Returns an error message on failure.
     std::optional<std::string> putInPlace();
 
 private:

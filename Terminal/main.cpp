@@ -6,6 +6,7 @@
 #include "Terminal/JobCommand.h"
 
 #include <QCoreApplication>
+#include <cstdlib>
 #include <iostream>
 
 namespace {
@@ -29,6 +30,10 @@ int run(const JobOptions& options) {
     command->start([](int exitCode) { QCoreApplication::exit(exitCode); });
     const int exitCode = QCoreApplication::exec();
     TemporaryDirectory::remove();
+    // Threads of a cancelled job may still be at their last picture, and mustn't meet the end of global
+    // objects.
+    if (command->isInterrupted())
+        std::_Exit(exitCode);
     return exitCode;
 }
 

@@ -44,7 +44,7 @@ const char* sentence(AVErrorCode code) {
         return "The composition of the pictures can’t be shown.";
     case AVErrorUnsupportedOutputSettings:
         return "The output settings are not supported.";
-    case AVErrorOperationCancelled: // nobody is shown what they asked for
+    case AVErrorOperationCancelled: // never shown: the user asked for it
     case AVErrorUnknown:
         break;
     }

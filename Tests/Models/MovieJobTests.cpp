@@ -358,6 +358,21 @@ TEST_F(MovieJobTest, AJobThatIsDroppedEndsSilentlyAndTakesItsFilesAlong) {
     }
 }
 
+TEST_F(MovieJobTest, AJobThatFollowsADroppedOneKeepsItsFrames) {
+    const std::string source = numberedClip();
+    for (int round = 0; round < 30; ++round) {
+        SCOPED_TRACE(round);
+        {
+            const Run dropped = start(recipe(), source);
+            runEventLoopFor(std::chrono::milliseconds(round * 3));
+        }
+        const auto log = make(recipe(), source);
+        ASSERT_TRUE(log->movie());
+        EXPECT_EQ(log->movie()->missingFrames, 0);
+        VideoFileManager::removeAllWorkFiles();
+    }
+}
+
 TEST_F(MovieJobTest, TwoHundredCancelledJobsLeaveNoFileOpen) {
     const std::string source = numberedClip();
     std::size_t before = 0;

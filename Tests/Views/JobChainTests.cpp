@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 namespace {
 
 /// What one movie is asked to be.
-struct Wish {
+struct Settings {
     long outputType = 0;
     long fileType = 0;
     bool keepsMetadata = false;
@@ -23,9 +23,10 @@ struct Wish {
     double normalSpeed = 1;
 };
 
-std::ostream& operator<<(std::ostream& stream, const Wish& wish) {
-    return stream << "output type " << wish.outputType << ", file type " << wish.fileType << ", metadata "
-                  << wish.keepsMetadata << ", speeds " << wish.reverseSpeed << " and " << wish.normalSpeed;
+std::ostream& operator<<(std::ostream& stream, const Settings& settings) {
+    return stream << "output type " << settings.outputType << ", file type " << settings.fileType
+                  << ", metadata " << settings.keepsMetadata << ", speeds " << settings.reverseSpeed
+                  << " and " << settings.normalSpeed;
 }
 
 class JobChainTest : public ScreenTest {
@@ -41,13 +42,13 @@ protected:
                                  .metadata = {{"com.apple.quicktime.model", "Camera 5"}}});
     }
 
-    void setControls(const Wish& wish) {
+    void setControls(const Settings& settings) {
         editViews().outputTypeSegmentedControl->tapSegment(1);
-        setSpeed(*editViews().reverseSpeedSlider, wish.reverseSpeed);
-        setSpeed(*editViews().normalSpeedSlider, wish.normalSpeed);
-        editViews().outputTypeSegmentedControl->tapSegment(wish.outputType);
-        editViews().fileTypeSegmentedControl->tapSegment(wish.fileType);
-        if (editViews().exifSwitch->isOn() != wish.keepsMetadata)
+        setSpeed(*editViews().reverseSpeedSlider, settings.reverseSpeed);
+        setSpeed(*editViews().normalSpeedSlider, settings.normalSpeed);
+        editViews().outputTypeSegmentedControl->tapSegment(settings.outputType);
+        editViews().fileTypeSegmentedControl->tapSegment(settings.fileType);
+        if (editViews().exifSwitch->isOn() != settings.keepsMetadata)
             editViews().exifSwitch->tap();
     }
     /// Taps Create and waits for the Preview screen; the movie that it shows.
@@ -74,18 +75,18 @@ TEST_F(JobChainTest, TheControlsFillInTheRecipe) {
     const auto edit = openEdit(numberedClip());
     std::optional<MovieRecipe> recipe;
     edit->setJobHandler([&](const std::shared_ptr<MovieJob>& job) { recipe = job->recipe(); });
-    for (const Wish& wish :
-         {Wish{0, 1, false, 2.0, 0.5}, Wish{1, 0, true, 0.4, 3.5}, Wish{2, 1, true, 1, 10}}) {
-        SCOPED_TRACE(wish);
-        setControls(wish);
+    for (const Settings& settings :
+         {Settings{0, 1, false, 2.0, 0.5}, Settings{1, 0, true, 0.4, 3.5}, Settings{2, 1, true, 1, 10}}) {
+        SCOPED_TRACE(settings);
+        setControls(settings);
         m_host.clear();
         editViews().createButton->tap();
         ASSERT_TRUE(recipe);
-        EXPECT_EQ(static_cast<long>(recipe->outputType()), wish.outputType);
-        EXPECT_EQ(recipe->fileType(), wish.fileType == 0 ? AVFileTypeQuickTimeMovie : AVFileTypeMPEG4);
-        EXPECT_EQ(recipe->keepsMetadata(), wish.keepsMetadata);
-        EXPECT_EQ(recipe->reverseSpeed(), wish.reverseSpeed);
-        EXPECT_EQ(recipe->normalSpeed(), wish.normalSpeed);
+        EXPECT_EQ(static_cast<long>(recipe->outputType()), settings.outputType);
+        EXPECT_EQ(recipe->fileType(), settings.fileType == 0 ? AVFileTypeQuickTimeMovie : AVFileTypeMPEG4);
+        EXPECT_EQ(recipe->keepsMetadata(), settings.keepsMetadata);
+        EXPECT_EQ(recipe->reverseSpeed(), settings.reverseSpeed);
+        EXPECT_EQ(recipe->normalSpeed(), settings.normalSpeed);
         edit->job()->cancel();
         ASSERT_TRUE(waitFor("no hud"));
     }
@@ -93,8 +94,8 @@ TEST_F(JobChainTest, TheControlsFillInTheRecipe) {
 
 TEST_F(JobChainTest, ACancelledJobLeadsBackToTheControlsAsTheyWere) {
     const auto edit = openEdit(numberedClip());
-    const Wish wish{2, 1, true, 0.4, 3.5};
-    setControls(wish);
+    const Settings settings{2, 1, true, 0.4, 3.5};
+    setControls(settings);
     for (const float at : {0.1F, 0.4F, 0.6F, 0.9F, 1.0F}) {
         SCOPED_TRACE(at);
         m_host.clear();
@@ -117,7 +118,7 @@ TEST_F(JobChainTest, ACancelledJobLeadsBackToTheControlsAsTheyWere) {
 TEST_F(JobChainTest, TheUserSeesOneBarThenTheMovie) {
     const auto edit = openEdit(numberedClip());
     const struct {
-        Wish wish;
+        Settings settings;
         Story story;
         int stages; ///< with a share of the bar
         std::size_t files;
@@ -127,9 +128,9 @@ TEST_F(JobChainTest, TheUserSeesOneBarThenTheMovie) {
         {{.outputType = 2, .keepsMetadata = true}, {"pie", "no hud", "ring", "no hud"}, 4, 5},
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.wish);
+        SCOPED_TRACE(row.settings);
         VideoFileManager::removeAllWorkFiles();
-        setControls(row.wish);
+        setControls(row.settings);
         EXPECT_NE(create(), "");
         Story expected = row.story;
         expected.insert(expected.end(), {"event ad_not_ready_compress", "push Preview"});
@@ -156,7 +157,7 @@ TEST_F(JobChainTest, AStageThatFailsEndsTheRunWithItsMessageAndTheNextRunSucceed
     const struct {
         const char* stage;
         std::string clip;
-        Wish wish;
+        Settings settings;
         float lossAt; ///< what the bar shows when the work files get lost
         float reached;
         Story story;
@@ -169,7 +170,7 @@ TEST_F(JobChainTest, AStageThatFailsEndsTheRunWithItsMessageAndTheNextRunSucceed
     for (const auto& row : rows) {
         SCOPED_TRACE(row.stage);
         const auto edit = openEdit(row.clip);
-        setControls(row.wish);
+        setControls(row.settings);
         m_host.clear();
         m_host.onProgress = [&](float fraction) {
             if (fraction >= row.lossAt)

@@ -12,7 +12,7 @@
 namespace anadrome {
 
 void EditViewController::createVideo() {
-    if (!hasRoomForFrames())
+    if (m_job || !hasRoomForFrames())
         return;
     m_player->pause();
     ViewHelper::showProgressHud("", view());

@@ -27,10 +27,11 @@ int main(int argc, char** argv) {
     job->start();
     QCoreApplication::exec();
     const auto* movie = std::get_if<MovieJob::Movie>(&*watcher->outcome);
-    if (movie)
-        std::filesystem::copy_file(movie->url.path(), argv[2]); // work files go with the program
+    std::error_code error;
+    if (movie) // work files go with the program
+        std::filesystem::copy_file(movie->url.path(), argv[2], error);
     else if (const auto* failure = std::get_if<MovieJob::Failure>(&*watcher->outcome))
         std::cerr << failure->message << '\n';
     TemporaryDirectory::remove();
-    return movie ? 0 : 1;
+    return movie && !error ? 0 : 1;
 }

@@ -91,9 +91,10 @@ bool Decoder::next(AVFrame* frame) {
     if (edits().empty())
         return nextOfMedia(frame);
     while (m_edit < edits().size()) {
-        const Edit& edit = edits()[m_edit];
         if (!m_isInEdit && !enterEdit())
             continue;
+        // Only now, as going there may have begun the file anew.
+        const Edit& edit = edits()[m_edit];
         const bool decoded = nextOfMedia(frame);
         if (m_error)
             return false;
@@ -154,7 +155,7 @@ void Decoder::feed() {
 
 bool Decoder::enterEdit() {
     const std::size_t index = m_edit;
-    const Edit& edit = edits()[index];
+    const Edit edit = edits()[index];
     if (edit.isEmpty() || (edit.isHeld() && isSound()))
         return leaveEdit();
     const Result<CMTime> key = seekMedia(timeFrom(edit.mediaStart, timeBase()));

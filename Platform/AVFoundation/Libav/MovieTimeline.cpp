@@ -15,6 +15,8 @@ namespace {
 
 /// Lasts to the end of any media, and may be added to any time.
 constexpr std::int64_t openEnd = std::numeric_limits<std::int64_t>::max() / 8;
+/// Of one picture, in seconds: a day.
+constexpr std::int64_t longestHold = 86'400;
 /// Editors write a few. A list that is longer is left to the demuxer.
 constexpr std::uint32_t mostEdits = 1000;
 
@@ -175,6 +177,8 @@ private:
             if (!edit.isEmpty() && isLast && (stored.duration == 0 || m_timeline.isFragmented))
                 edit.duration =
                     stored.rate > unchanged ? av_rescale(openEnd, unchanged, stored.rate) : openEnd;
+            if (stored.rate == 0 && !edit.isOpen() && edit.duration > longestHold * track.timeScale)
+                return {};
             edit.mediaDuration = mediaDurationOf(edit, stored.rate);
             if (edit.duration > 0)
                 edits.push_back(edit);
@@ -183,10 +187,15 @@ private:
     }
 
     static std::int64_t mediaDurationOf(const Edit& edit, std::int32_t rate) {
-        if (rate == unchanged || rate < 0)
+        if (rate == unchanged || !isSane(rate, edit))
             return edit.duration;
         const std::int64_t duration = av_rescale(edit.duration, rate, unchanged);
         return duration < 0 ? openEnd : std::min(duration, openEnd);
+    }
+
+    /// Other rates are damage, and could make a movie of years: a picture isn't held without an end.
+    static bool isSane(std::int32_t rate, const Edit& edit) {
+        return rate == 0 ? !edit.isOpen() : rate >= unchanged / 100 && rate <= unchanged * 100;
     }
 
     AVIOContext* m_file;

@@ -74,14 +74,18 @@ void WriterSession::finish(std::function<void()> handler) {
 void WriterSession::cancel() {
     std::vector<std::function<void()>> released;
     const std::lock_guard lock(m_mutex);
-    if (m_status != AVAssetWriterStatus::writing)
+    const bool isWriting = m_status == AVAssetWriterStatus::writing;
+    if (!isWriting && m_status != AVAssetWriterStatus::failed)
         return;
-    m_status = AVAssetWriterStatus::cancelled;
+    if (isWriting)
+        m_status = AVAssetWriterStatus::cancelled;
+    // Of a failed writer, too: the requests may hold whoever holds the writer.
     for (const auto& lane : m_lanes) {
         lane->queue.clear();
         released.push_back(finishLaneLocked(*lane));
     }
-    NSFileManager::defaultManager().removeItemAtPath(m_url.path());
+    if (isWriting)
+        NSFileManager::defaultManager().removeItemAtPath(m_url.path());
 }
 
 void WriterSession::waitForEncoders() {
