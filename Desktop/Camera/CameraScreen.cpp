@@ -153,10 +153,11 @@ void CameraScreen::switchCamera() {
 void CameraScreen::retake() {
     if (m_state != Recorded && m_state != NoCamera)
         return;
-    // The storyboard that shows it is in the middle of a call.
-    if (RecordedClip* clip = std::exchange(m_clip, nullptr))
-        clip->deleteLater();
+    RecordedClip* clip = std::exchange(m_clip, nullptr);
     look();
+    // The page that shows it is in the middle of a call, and drops what it shows the clip in first.
+    if (clip)
+        clip->deleteLater();
 }
 
 void CameraScreen::use() {

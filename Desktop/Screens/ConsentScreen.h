@@ -25,7 +25,13 @@ class ConsentScreen : public anadrome::desktop::ShownScreen {
     Q_PROPERTY(QQmlListProperty<anadrome::desktop::SwitchItem> purposeSwitches READ purposeSwitches CONSTANT)
 
 public:
-    ConsentScreen(const std::shared_ptr<UIViewController>& controller, QString kind, QObject* parent);
+    ConsentScreen(const std::shared_ptr<UIViewController>& controller, QString kind, QObject* parent)
+        : ShownScreen(controller, std::move(kind), parent) {
+        for (const auto& [label, acceptance] : views().rows) {
+            m_purposeLabels.append(add<LabelItem>(label));
+            m_purposeSwitches.append(add<SwitchItem>(acceptance));
+        }
+    }
 
     QQmlListProperty<LabelItem> purposeLabels() { return {this, &m_purposeLabels}; }
     QQmlListProperty<SwitchItem> purposeSwitches() { return {this, &m_purposeSwitches}; }

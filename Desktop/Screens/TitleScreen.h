@@ -29,7 +29,13 @@ class TitleScreen : public anadrome::desktop::ShownScreen {
     Q_PROPERTY(QQmlListProperty<anadrome::desktop::ButtonItem> appButtons READ appButtons CONSTANT)
 
 public:
-    TitleScreen(const std::shared_ptr<UIViewController>& controller, QString kind, QObject* parent);
+    TitleScreen(const std::shared_ptr<UIViewController>& controller, QString kind, QObject* parent)
+        : ShownScreen(controller, std::move(kind), parent) {
+        for (const TitleViews::App& app : views().apps) {
+            m_appLabels.append(add<LabelItem>(app.label));
+            m_appButtons.append(add<ButtonItem>(app.button));
+        }
+    }
 
     QQmlListProperty<LabelItem> appLabels() { return {this, &m_appLabels}; }
     QQmlListProperty<ButtonItem> appButtons() { return {this, &m_appButtons}; }

@@ -12,15 +12,15 @@ Rectangle {
     property bool isSeen: true
 
     // Pictures are to come to the sink, in that many pixels; or none any more.
-    signal joined(VideoSink sink, size pixels)
-    signal left
+    signal outputReady(VideoSink sink, size pixels)
+    signal outputGone
 
     function join() {
         if (isSeen && output.width > 0 && output.height > 0)
-            joined(output.videoSink, Qt.size(output.width * Screen.devicePixelRatio,
-                                             output.height * Screen.devicePixelRatio))
+            outputReady(output.videoSink, Qt.size(output.width * Screen.devicePixelRatio,
+                                                    output.height * Screen.devicePixelRatio))
         else
-            left()
+            outputGone()
     }
 
     color: Theme.stage

@@ -6,6 +6,6 @@ Pictures {
     required property PlayerItem view
 
     aspect: view.aspect
-    onJoined: (sink, pixels) => view.showOn(sink, pixels)
-    onLeft: view.leave()
+    onOutputReady: (sink, pixels) => view.showOn(sink, pixels)
+    onOutputGone: view.leave()
 }

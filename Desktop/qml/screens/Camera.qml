@@ -20,8 +20,8 @@ FocusScope {
         objectName: "livePictures"
         anchors { fill: parent; bottomMargin: Theme.cameraFoot }
         aspect: camera.screen.live.aspect
-        onJoined: (sink, pixels) => camera.screen.live.showOn(sink, pixels)
-        onLeft: camera.screen.live.leave()
+        onOutputReady: (sink, pixels) => camera.screen.live.showOn(sink, pixels)
+        onOutputGone: camera.screen.live.leave()
         opacity: camera.isOn ? 1 : 0
         Behavior on opacity { NumberAnimation { duration: Theme.appear; easing.type: Easing.OutCubic } }
     }
