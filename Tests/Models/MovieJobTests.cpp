@@ -268,7 +268,7 @@ TEST_F(MovieJobTest, AStageThatFailsEndsTheRunWithItsMessageAndTheNextRunSucceed
         {normalSpeedChange, tiny, recipe({.outputType = OutputType::reversedThenForward, .normalSpeed = 10}),
          2, ""},
         {merge, source, slow, 0.51F, ""},
-        {compress, source, recipe({.metadata = ClipMetadata::keep}), 1, ""},
+        {compress, source, recipe({.reverseSpeed = 0.1, .metadata = ClipMetadata::keep}), 0.6F, ""},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.recipe);

@@ -165,7 +165,7 @@ TEST_F(JobChainTest, AStageThatFailsEndsTheRunWithItsMessageAndTheNextRunSucceed
     } rows[] = {
         {"reverse", m_folder.file("text.mov"), {}, 2, 0, pie, "Reverse: Failed to init reader"},
         {"speed of the reversed", tiny, {.reverseSpeed = 10}, 2, 0.5F, pie, ""},
-        {"compress", source, {.keepsMetadata = true}, 1, 1, pieAndRing, ""},
+        {"compress", source, {.keepsMetadata = true, .reverseSpeed = 0.1}, 0.6F, 1, pieAndRing, ""},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.stage);
